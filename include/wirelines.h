@@ -1,0 +1,206 @@
+/* wirelines: decodes captured LAN frames into display lines.
+ *
+ * This header is the whole interface of libwirelines. It compiles as C99 and as C++20.
+ *
+ * In short: hand AnalyzeOutput one Ethernet frame and an empty LineList, read the DisplayLine records that it
+ * appended, then free them with DelDspBuffer. Every line carries the bytes of the frame that it describes.
+ *
+ * Threads. The state of a decode belongs to the calling thread: several threads may each decode frames of their own at
+ * the same time, one frame a thread at a time. A LineList belongs to one thread at a time; it may be handed to another
+ * thread and freed there. The analysis settings (SetAnalyzeInfo) are shared by all threads.
+ *
+ * Errors. Nothing is thrown. When memory runs out ErrMessage(101) of the message module has been called, the decode
+ * ends, and the lines made so far stay in the list and are valid.
+ *
+ * Input. Any bytes of any length are accepted. A byte past the end of the data handed in reads as zero and is never
+ * touched. Pointers are not checked: a null list is the caller's error; null data is fine where the length is 0.
+ *
+ * Text. Line texts are zero-terminated bytes of at most 128 bytes: code page 932 (Shift-JIS) where a label is Japanese
+ * or a data block is shown in a Japanese character set, otherwise the bytes of the frame as they stand. They may hold
+ * control bytes; a host that writes to a terminal filters them.
+ */
+#ifndef WIRELINES_H
+#define WIRELINES_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#define WIRELINES_API __declspec(dllimport)
+#elif defined(__GNUC__)
+#define WIRELINES_API __attribute__((visibility("default")))
+#else
+#define WIRELINES_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Lines ------------------------------------------------------------------------------------------------------ */
+
+/* One display line. Made by the library, freed by DelDspBuffer and by nothing else. */
+typedef struct DisplayLine {
+  char *text;            /* zero-terminated, at most 128 bytes, from GetLineBuf */
+  uint32_t protocolCode; /* a layer's title code (its title and its sub-headings) or title code + 63 (its fields);
+                            0 and 63 for a data block; WIRELINES_BLANK for a blank line */
+  uint32_t level;        /* 0 title, 1 field, 2 detail below a field, WIRELINES_BLANK for a blank line */
+  uint32_t startOffset;  /* first byte of the frame that the line describes, counted from 0 */
+  uint32_t endOffset;    /* last byte, inclusive. 0 and 0, or twice 0xFFFFFFFF: the line describes no bytes */
+  uint32_t styleIndex;   /* display style of the layer within its family */
+  uint32_t styleGroup;   /* the layer's family: 9 link, 3 Internet and transports, 6 and 5 applications over IP,
+                            4 NetWare, 2 SMB, 10 raw data, 0 none */
+} DisplayLine;
+
+#define WIRELINES_BLANK 65535u /* protocolCode and level of a blank line */
+
+/* A growable array of pointers, owned by the host. All zero is an empty list. The library appends DisplayLine records
+ * at index `count`; a host may read `data[0]` to `data[count - 1]` at any time between calls. */
+typedef struct LineList {
+  void **data;      /* the elements, or null while nothing has been stored */
+  int32_t count;    /* elements in use */
+  int32_t capacity; /* elements that `data` has room for */
+  int32_t growBy;   /* elements to grow by; 0 or less: by half of what is there, at least 64 */
+#ifdef __cplusplus
+  inline int32_t SetAtGrow(int32_t index, void *element);
+  inline int32_t SetSize(int32_t newSize, int32_t newGrowBy = -1);
+#endif
+} LineList;
+
+/* Stores `element` at `index` (0 or more), growing the list when index is at or past its count; elements between the
+ * old count and `index` become null. Returns 0, or 1 when memory is exhausted or `index` is negative; the list is then
+ * unchanged. */
+WIRELINES_API int32_t LineListSetAtGrow(LineList *list, int32_t index, void *element);
+
+/* Makes the list `newSize` elements long; added elements are null, dropped ones are not freed. A `growBy` of 0 or more
+ * replaces the list's own. Size 0 frees the storage. Returns 0, or 1 when memory is exhausted or `newSize` is
+ * negative; the list is then unchanged. */
+WIRELINES_API int32_t LineListSetSize(LineList *list, int32_t newSize, int32_t growBy);
+
+/* Returns a new line buffer of 129 bytes, contents undefined, and counts one line in the running decode. Hand it on to
+ * AddString, which takes it over. Null when memory is exhausted; ErrMessage(101) has then been called. */
+WIRELINES_API char *GetLineBuf(void);
+
+/* Appends one record. `text` is a buffer from GetLineBuf that holds a zero-terminated text; the list owns it from here
+ * on, whatever comes back. Returns 0, or 1 when memory is exhausted: the text is then freed, the list unchanged, and
+ * ErrMessage(101) has been called. */
+WIRELINES_API int32_t AddString(LineList *list, char *text, uint32_t protocolCode, uint32_t level,
+                                uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
+
+/* Frees every record and its text, and the list's storage; the list is empty afterwards and can be used again. */
+WIRELINES_API void DelDspBuffer(LineList *list);
+
+/* Appends a blank line: empty text, code and level WIRELINES_BLANK, everything else 0. Returns what AddString returns,
+ * or 0 when no buffer could be had. */
+WIRELINES_API int32_t NewLine(LineList *list);
+
+/* Appends a title: `text` set at column 4 of a rule of 75 hyphens, one blank on each side. A text of more than 70
+ * bytes is cut. Returns what AddString returns, or 0 when no buffer could be had. */
+WIRELINES_API int32_t DspTitle(LineList *list, const char *text, uint32_t protocolCode, uint32_t level,
+                               uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
+
+/* Returns `s` itself when it is empty, otherwise "(" s ")" in a buffer of the calling thread that the next call
+ * overwrites. At most 117 bytes of `s` are taken. */
+WIRELINES_API const char *AddParenthesis(const char *s);
+
+/* Shows a zero-terminated text of at most `maxBytes` bytes after `label`, over as many lines as it needs: each line
+ * takes (76 - length of the label) bytes of it, rounded down to an even number, and continuation lines begin with as
+ * many blanks as the label has bytes. `startOffset` is the frame offset of the first byte of the text; every line's
+ * range is that of the bytes it shows, the terminator included. A text that fills its last line exactly is followed by
+ * a line of blanks for its terminator. Returns the bytes shown, without the terminator; 0, and no line, when
+ * `maxBytes` is below 1. Reads at most `maxBytes` bytes. */
+WIRELINES_API int32_t DspTitleString(LineList *list, const char *label, const char *string, int32_t maxBytes,
+                                     uint32_t protocolCode, uint32_t level, uint32_t startOffset, uint32_t styleIndex,
+                                     uint32_t styleGroup);
+
+/* Copy five words of analysis settings in or out. They are kept for the host, shared by all threads, and no decoder
+ * reads them. */
+WIRELINES_API void SetAnalyzeInfo(const uint32_t info[5]);
+WIRELINES_API void GetAnalyzeInfo(uint32_t info[5]);
+
+/* ---- Decoding --------------------------------------------------------------------------------------------------- */
+
+/* Character sets in which data blocks show bytes as text. Any other value shows the bytes as they are. */
+enum {
+  WIRELINES_ASCII = 0,
+  WIRELINES_SJIS = 1,    /* Shift-JIS, code page 932 */
+  WIRELINES_JIS = 2,     /* 7-bit JIS X 0208 byte pairs */
+  WIRELINES_UNICODE = 3, /* UTF-16, little-endian */
+  WIRELINES_EUC = 4,     /* EUC-JP */
+  WIRELINES_EBCDIC = 5
+};
+
+/* Decodes one Ethernet frame (destination address first, no preamble, no FCS) of `length` captured bytes and appends
+ * its lines to `list`. Appends: the host frees earlier lines first.
+ *
+ * timeWord0 above 0x100000 is the capture time in seconds since 1 January 1970 UTC, shown as local time, and timeWord1
+ * the microseconds within that second. Otherwise timeWord1 alone gives date and time of day (see gdate_daytodmy; the
+ * date of day number timeWord1, the time of timeWord1 milliseconds).
+ *
+ * Returns the index in the list, counted from the first line of this decode, of the title line of the innermost layer
+ * that was decoded: where a host lets its view begin. 0 when only the frame header was shown or memory ran out in it. */
+WIRELINES_API uint32_t AnalyzeOutput(LineList *list, const uint8_t *frame, int32_t length, uint32_t timeWord0,
+                                     uint32_t timeWord1, uint32_t charSetMode);
+
+/* Dumps `length` bytes as hex lines of 16 bytes without decoding them; codes, levels, ranges and styles are all 0.
+ * Returns 0. */
+WIRELINES_API uint32_t HexOutput(LineList *list, const uint8_t *data, int32_t length, uint32_t charSetMode);
+
+/* Appends hex lines of 16 bytes with the given attributes, in the character set of the last AnalyzeOutput or HexOutput
+ * of this thread. The line at block offset k with n bytes covers startOffset + k to startOffset + k + n - 1; a
+ * startOffset of 0 makes every start 0, an endOffset of 0 every end 0. Nothing when `length` is below 1. */
+WIRELINES_API void HexDump(LineList *list, const uint8_t *data, int32_t length, uint32_t protocolCode, uint32_t level,
+                           uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
+
+/* Appends a data block: a blank line, a heading with the byte count and the character set, and hex lines. Nothing when
+ * `length` is below 1. */
+WIRELINES_API void UnKnownProtocol(LineList *list, const uint8_t *data, int32_t length);
+
+/* ---- Data link -------------------------------------------------------------------------------------------------- */
+
+/* Framings, as CheckFrameType returns them. */
+enum {
+  WIRELINES_RAW_802_3 = 1,   /* NetWare's IPX straight behind the length field */
+  WIRELINES_LLC = 2,         /* IEEE 802.2, UI or I format */
+  WIRELINES_SNAP = 3,        /* IEEE 802.2 with SNAP header */
+  WIRELINES_ETHERNET_II = 4, /* type field above 1500 */
+  WIRELINES_LLC_S_U = 5      /* IEEE 802.2, S format or U format other than UI */
+};
+
+/* Returns the framing of a frame of which at least 17 bytes are readable. Unless it is Ethernet II, stores byte 15
+ * through `ssapOut` and byte 14 through `dsapOut`. */
+WIRELINES_API int32_t CheckFrameType(const uint8_t *frame, uint8_t *ssapOut, uint8_t *dsapOut);
+
+/* Returns 1 and stores the protocol type of a frame of which at least 22 bytes are readable: the EtherType, the SNAP
+ * protocol type, or DSAP x 256 + SSAP. Returns 0 and stores nothing when an LLC UI frame has neither. */
+WIRELINES_API int32_t GetProtocolType(const uint8_t *frame, uint16_t *typeOut);
+
+/* Returns the static name of an EtherType, or "". */
+WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
+
+/* ---- Calendar --------------------------------------------------------------------------------------------------- */
+
+/* Day numbers count from 0, which is 1 January of year 1. A year is a leap year when its number is divisible by 4 and
+ * not by 100, or by 400. The time line of a frame adds 1996 to the year. */
+
+/* Stores the year (from 1), month (1 to 12) and day (1 to 31) of a day number. A null pointer is skipped. */
+WIRELINES_API void gdate_daytodmy(uint32_t dayNumber, uint32_t *yearOut, uint32_t *monthOut, uint32_t *dayOut);
+
+/* Returns the day number of a date; the month is 1 to 12. */
+WIRELINES_API uint32_t gdate_dmytoday(uint32_t year, uint32_t month, uint32_t day);
+
+/* Returns the days of a month; 0 for a month outside 1 to 12. */
+WIRELINES_API uint32_t gdate_monthdays(uint32_t month, uint32_t year);
+
+/* Returns (dayNumber + 1) modulo 7. */
+WIRELINES_API uint32_t gdate_weekday(uint32_t dayNumber);
+
+#ifdef __cplusplus
+}
+
+inline int32_t LineList::SetAtGrow(int32_t index, void *element) { return LineListSetAtGrow(this, index, element); }
+inline int32_t LineList::SetSize(int32_t newSize, int32_t newGrowBy) {
+  return LineListSetSize(this, newSize, newGrowBy);
+}
+#endif
+
+#endif /* WIRELINES_H */

@@ -1,0 +1,38 @@
+/* vek4001: the message module. It tells the user what went wrong, by code.
+ *
+ * libwirelines calls ErrMessage and nothing else; a host may put a library of its own under this name instead. */
+#ifndef VEK4001_H
+#define VEK4001_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#define VEK4001_API __declspec(dllimport)
+#elif defined(__GNUC__)
+#define VEK4001_API __attribute__((visibility("default")))
+#else
+#define VEK4001_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum { VEK4001_OUT_OF_MEMORY = 101 };
+
+/* Receives a message: its code, its text (static, zero-terminated, one line without its end) and the `context` that
+ * was handed to SetErrMessageHandler. Called on the thread that met the error; must not throw. */
+typedef void (*ErrMessageHandler)(int32_t code, const char *text, void *context);
+
+/* Shows the message of `code`: to the handler when one is set, otherwise as one line on standard error. An unknown
+ * code is shown by its number. Allocates nothing, so that it works when memory is exhausted. */
+VEK4001_API void ErrMessage(int32_t code);
+
+/* Sends messages to `handler` from now on, for all threads; null goes back to standard error. */
+VEK4001_API void SetErrMessageHandler(ErrMessageHandler handler, void *context);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* VEK4001_H */
