@@ -1,0 +1,77 @@
+// The state of a decode, and how a line gets into the list.
+#pragma once
+
+#include <cstddef>
+
+#include "core/bytes.hpp"
+#include "core/format.hpp"
+#include "wirelines.h"
+
+namespace wirelines {
+
+// What all decoders of one decode share. Each thread has its own.
+struct DecodeState {
+  uint32_t charSetMode = 0;
+  uint32_t lineCount = 0;      // line buffers made, and so the index of the next line
+  uint32_t topLineIndex = 0;   // title of the innermost layer that marked itself
+  uint32_t frameOffset = 0;    // frame offset of the layer now being decoded; every range is built on it
+  bool out_of_memory = false;  // a line could not be made: the decode is over
+
+  // The static texts of the interface, valid until the next call.
+  char parenthesis[120] = {};
+
+  void reset(uint32_t mode) {
+    charSetMode = mode;
+    lineCount = topLineIndex = frameOffset = 0;
+    out_of_memory = false;
+  }
+};
+
+DecodeState& state();
+
+// Moves the current layer's start past `length` bytes of header.
+inline void advance(uint32_t length) {
+  state().frameOffset += length;
+}
+
+// Everything of a line but its text. The range is absolute.
+struct LineAttributes {
+  uint32_t code = 0;
+  uint32_t level = 0;
+  uint32_t start = 0;
+  uint32_t end = 0;
+  uint32_t styleIndex = 0;
+  uint32_t styleGroup = 0;
+};
+
+// Both return false when the line could not be made; ErrMessage has then been called and the decode is over: every
+// later call returns false at once.
+char* take_line();                                                               // null instead of false
+bool append_line(LineList& list, char* text, const LineAttributes& attributes);  // takes `text` over
+
+bool print_line(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values,
+                uint32_t step);
+bool print_title(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values);
+
+template <typename... Args>
+bool add_line(LineList& list, const LineAttributes& attributes, Format<std::type_identity_t<Args>...> format,
+              const Args&... args) {
+  const Value values[] = {Value(args)..., Value(0)};
+  return print_line(list, attributes, format, values, 1);
+}
+
+// A line whose every conversion shows `v`.
+inline bool add_number(LineList& list, const LineAttributes& attributes, NumberFormat format, uint32_t v) {
+  const Value value(v);
+  return print_line(list, attributes, format, &value, 0);
+}
+
+bool add_blank(LineList& list);
+bool add_title(LineList& list, std::string_view text, const LineAttributes& attributes);
+
+// The list itself, as the exported calls of the same purpose describe it.
+bool list_set(LineList& list, int32_t index, void* element);
+bool list_resize(LineList& list, int32_t size, int32_t grow_by);
+void list_free_lines(LineList& list);
+
+}  // namespace wirelines

@@ -1,0 +1,30 @@
+// Field lines that several protocols share. All are told the attributes of their line.
+#pragma once
+
+#include "core/lines.hpp"
+
+namespace wirelines {
+
+inline void DspHeaderLength(LineList& list, uint32_t bytes, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Header Length] %u (0x%0.2X) byte(s)", bytes);
+}
+inline void DspFrameLength(LineList& list, uint16_t bytes, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Frame Length] %u (0x%0.4X) byte(s)", bytes);
+}
+inline void DspDataLength16(LineList& list, uint16_t bytes, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Data Length] %u (0x%0.4X) byte(s)", bytes);
+}
+inline void DspDataLength32(LineList& list, uint32_t bytes, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Data Length] %u (0x%0.8X) byte(s)", bytes);
+}
+inline void DspDataOffset(LineList& list, uint32_t bytes, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Data Offset] %u (0x%0.4X) byte(s)", bytes);
+}
+inline void DspId(LineList& list, uint16_t id, const LineAttributes& attributes) {
+  add_number(list, attributes, "[ID] %u (0x%0.4X)", id);
+}
+inline void DspSequenceNo16(LineList& list, uint16_t number, const LineAttributes& attributes) {
+  add_number(list, attributes, "[Sequence No] %u (0x%0.4X)", number);
+}
+
+}  // namespace wirelines

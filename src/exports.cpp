@@ -1,0 +1,153 @@
+// The exported functions: each takes the plain C arguments, builds the view and calls the inside.
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+
+#include "core/calendar.hpp"
+#include "core/datablock.hpp"
+#include "core/datalink.hpp"
+#include "core/labelled.hpp"
+#include "core/lines.hpp"
+#include "core/protocol_names.hpp"
+#include "wirelines.h"
+
+namespace {
+
+using wirelines::Bytes;
+
+std::atomic<uint32_t> analyze_info[5];
+
+// A call from the host begins afresh: memory may be had again.
+wirelines::DecodeState& fresh_state() {
+  wirelines::DecodeState& s = wirelines::state();
+  s.out_of_memory = false;
+  return s;
+}
+
+// What AddString would have returned, or 0 when there was no buffer to give it.
+int32_t append_result(uint32_t lines_before, bool made) {
+  return made || wirelines::state().lineCount == lines_before ? 0 : 1;
+}
+
+}  // namespace
+
+int32_t LineListSetAtGrow(LineList* list, int32_t index, void* element) {
+  return wirelines::list_set(*list, index, element) ? 0 : 1;
+}
+
+int32_t LineListSetSize(LineList* list, int32_t newSize, int32_t growBy) {
+  return wirelines::list_resize(*list, newSize, growBy) ? 0 : 1;
+}
+
+char* GetLineBuf() {
+  fresh_state();
+  return wirelines::take_line();
+}
+
+int32_t AddString(LineList* list, char* text, uint32_t protocolCode, uint32_t level, uint32_t startOffset,
+                  uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup) {
+  fresh_state();
+  return wirelines::append_line(*list, text, {protocolCode, level, startOffset, endOffset, styleIndex, styleGroup}) ? 0
+                                                                                                                    : 1;
+}
+
+void DelDspBuffer(LineList* list) {
+  wirelines::list_free_lines(*list);
+}
+
+int32_t NewLine(LineList* list) {
+  const uint32_t before = fresh_state().lineCount;
+  return append_result(before, wirelines::add_blank(*list));
+}
+
+int32_t DspTitle(LineList* list, const char* text, uint32_t protocolCode, uint32_t level, uint32_t startOffset,
+                 uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup) {
+  const uint32_t before = fresh_state().lineCount;
+  return append_result(
+      before, wirelines::add_title(*list, text, {protocolCode, level, startOffset, endOffset, styleIndex, styleGroup}));
+}
+
+const char* AddParenthesis(const char* s) {
+  if (*s == 0) return s;
+  auto& buffer = wirelines::state().parenthesis;
+  const std::size_t length = std::min(std::strlen(s), sizeof buffer - 3);
+  buffer[0] = '(';
+  std::memmove(buffer + 1, s, length);
+  buffer[1 + length] = ')';
+  buffer[2 + length] = 0;
+  return buffer;
+}
+
+int32_t DspTitleString(LineList* list, const char* label, const char* string, int32_t maxBytes, uint32_t protocolCode,
+                       uint32_t level, uint32_t startOffset, uint32_t styleIndex, uint32_t styleGroup) {
+  fresh_state();
+  return wirelines::DspTitleString(*list, label, Bytes(reinterpret_cast<const uint8_t*>(string), maxBytes), maxBytes,
+                                   {protocolCode, level, startOffset, startOffset, styleIndex, styleGroup});
+}
+
+void SetAnalyzeInfo(const uint32_t info[5]) {
+  std::copy_n(info, 5, analyze_info);
+}
+
+void GetAnalyzeInfo(uint32_t info[5]) {
+  std::copy_n(analyze_info, 5, info);
+}
+
+uint32_t AnalyzeOutput(LineList* list, const uint8_t* frame, int32_t length, uint32_t timeWord0, uint32_t timeWord1,
+                       uint32_t charSetMode) {
+  return wirelines::FrameAnalyze(*list, Bytes(frame, length), timeWord0, timeWord1, charSetMode);
+}
+
+uint32_t HexOutput(LineList* list, const uint8_t* data, int32_t length, uint32_t charSetMode) {
+  wirelines::state().reset(charSetMode);
+  wirelines::hex_dump(*list, Bytes(data, length), {});
+  return wirelines::state().topLineIndex;
+}
+
+void HexDump(LineList* list, const uint8_t* data, int32_t length, uint32_t protocolCode, uint32_t level,
+             uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup) {
+  fresh_state();
+  wirelines::hex_dump(*list, Bytes(data, length),
+                      {protocolCode, level, startOffset, endOffset, styleIndex, styleGroup});
+}
+
+void UnKnownProtocol(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::remainder(*list, Bytes(data, length));
+}
+
+int32_t CheckFrameType(const uint8_t* frame, uint8_t* ssapOut, uint8_t* dsapOut) {
+  const auto kind = wirelines::CheckFrameType(Bytes(frame, 17));
+  if (kind != wirelines::FrameKind::kEthernetII) {
+    *ssapOut = frame[15];
+    *dsapOut = frame[14];
+  }
+  return static_cast<int32_t>(kind);
+}
+
+int32_t GetProtocolType(const uint8_t* frame, uint16_t* typeOut) {
+  return wirelines::GetProtocolType(Bytes(frame, 22), *typeOut) ? 1 : 0;
+}
+
+const char* TypeToProtocolName(uint16_t etherType) {
+  return wirelines::TypeToProtocolName(etherType).data();
+}
+
+void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut) {
+  const wirelines::Date date = wirelines::date_of_day(dayNumber);
+  if (yearOut != nullptr) *yearOut = date.year;
+  if (monthOut != nullptr) *monthOut = date.month;
+  if (dayOut != nullptr) *dayOut = date.day;
+}
+
+uint32_t gdate_dmytoday(uint32_t year, uint32_t month, uint32_t day) {
+  return wirelines::day_of_date({year, month, day});
+}
+
+uint32_t gdate_monthdays(uint32_t month, uint32_t year) {
+  return wirelines::days_of_month(month, year);
+}
+
+uint32_t gdate_weekday(uint32_t dayNumber) {
+  return wirelines::weekday_of_day(dayNumber);
+}
