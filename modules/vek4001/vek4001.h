@@ -6,7 +6,9 @@
 
 #include <stdint.h>
 
-#if defined(_WIN32)
+#if defined(_WIN32) && defined(vek4001_EXPORTS) /* while the module itself is built */
+#define VEK4001_API __declspec(dllexport)
+#elif defined(_WIN32)
 #define VEK4001_API __declspec(dllimport)
 #elif defined(__GNUC__)
 #define VEK4001_API __attribute__((visibility("default")))
@@ -20,15 +22,17 @@ extern "C" {
 
 enum { VEK4001_OUT_OF_MEMORY = 101 };
 
-/* Receives a message: its code, its text (static, zero-terminated, one line without its end) and the `context` that
- * was handed to SetErrMessageHandler. Called on the thread that met the error; must not throw. */
+/* Receives a message: its code, its text (zero-terminated, one line without its end, valid during the call only) and
+ * the `context` that was handed to SetErrMessageHandler. Called on the thread that met the error, on several at once
+ * when several met one; may call this module; must not throw. */
 typedef void (*ErrMessageHandler)(int32_t code, const char *text, void *context);
 
 /* Shows the message of `code`: to the handler when one is set, otherwise as one line on standard error. An unknown
  * code is shown by its number. Allocates nothing, so that it works when memory is exhausted. */
 VEK4001_API void ErrMessage(int32_t code);
 
-/* Sends messages to `handler` from now on, for all threads; null goes back to standard error. */
+/* Sends messages to `handler` from now on, for all threads; null goes back to standard error. The earlier handler may
+ * still be at work on another thread when this returns: its context has to stay good until those threads are done. */
 VEK4001_API void SetErrMessageHandler(ErrMessageHandler handler, void *context);
 
 #ifdef __cplusplus

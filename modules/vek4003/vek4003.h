@@ -3,13 +3,17 @@
  * libwirelines calls the six look-ups and nothing else; a host may put a library of its own under this name instead.
  * Everything here is looked up in memory; nothing ever asks a network.
  *
- * Threads. Look-ups may run on any number of threads at once, also while another thread changes the names. */
+ * Threads. Every function may run on any number of threads at once; a look-up gives a name as it was before or after
+ * another thread's change, never a mixture. Callbacks are called on the caller's thread with no lock held, so they may
+ * use this module too; they must not throw. */
 #ifndef VEK4003_H
 #define VEK4003_H
 
 #include <stdint.h>
 
-#if defined(_WIN32)
+#if defined(_WIN32) && defined(vek4003_EXPORTS) /* while the module itself is built */
+#define VEK4003_API __declspec(dllexport)
+#elif defined(_WIN32)
 #define VEK4003_API __declspec(dllimport)
 #elif defined(__GNUC__)
 #define VEK4003_API __attribute__((visibility("default")))
@@ -23,45 +27,52 @@ extern "C" {
 
 /* The look-ups. Each takes a key as text and a buffer, and returns 1 with the zero-terminated name in the buffer, or 0
  * with the buffer untouched. Names are at most 31 bytes for stations (buffer of 32) and 35 for the others (buffer of
- * 36). */
+ * 36). A look-up allocates nothing, and while there is no name of its kind it costs next to nothing. The decoder asks
+ * with the texts shown here; the other forms of NickNameKind are understood too. */
 
 VEK4003_API int32_t StationToNickName(const char *address, char *nameOut);  /* "0123456789AB" */
 VEK4003_API int32_t IpStrToNickName(const char *address, char *nameOut);    /* "192.0.2.1" */
-VEK4003_API int32_t Ip6StrToNickName(const char *address, char *nameOut);   /* see NickNameAdd on the text form */
+VEK4003_API int32_t Ip6StrToNickName(const char *address, char *nameOut);   /* "FE80:0:0:0:0:0:0:1", "FE80::1" */
 VEK4003_API int32_t PortStrToNickName(const char *port, char *nameOut);     /* "80" */
 VEK4003_API int32_t SapToName(const char *dsap, const char *ssap, char *nameOut); /* "E0", "E0" */
 VEK4003_API int32_t ProtocolTypeToName(const char *type, char *nameOut);    /* "0800" */
 
 /* Kinds of names. */
 typedef enum NickNameKind {
-  NICKNAME_STATION, /* key: MAC address, twelve hexadecimal digits, or six pairs set apart by ':' '-' or '.' */
+  NICKNAME_STATION, /* key: MAC address, twelve hexadecimal digits, or six groups of one or two set apart by one of
+                       ':' '-' '.' */
   NICKNAME_IP,      /* key: IPv4 address in dotted decimal */
-  NICKNAME_IP6,     /* key: IPv6 address in any usual text form */
-  NICKNAME_PORT,    /* key: port number in decimal, 0 to 65535 */
+  NICKNAME_IP6,     /* key: IPv6 address in any usual text form, or as the decoder shows it (":1" for "::1") */
+  NICKNAME_PORT,    /* key: port number in decimal, 0 to 65535, without leading zeros */
   NICKNAME_SAP,     /* key: DSAP and SSAP, four hexadecimal digits, or two pairs set apart by '/' */
   NICKNAME_TYPE     /* key: EtherType, one to four hexadecimal digits, with or without "0x" */
 } NickNameKind;
 
 /* Formats of name files. */
 typedef enum NickNameFormat {
-  NICKNAME_OWN,     /* "kind key name" a line, kind being station, ip, ip6, port, sap or type */
-  NICKNAME_HOSTS,   /* "address name [alias...]": IPv4 and IPv6; the first name counts */
+  NICKNAME_OWN,     /* "kind key name" a line, kind being station, ip, ip6, port, sap or type; the name is the rest of
+                       the line and may hold blanks */
+  NICKNAME_HOSTS,   /* "address name [alias...]": IPv4 and IPv6; aliases are passed over */
   NICKNAME_ETHERS,  /* "mac name" */
-  NICKNAME_SERVICES /* "name port/protocol [alias...]"; the first name of a port counts */
+  NICKNAME_SERVICES /* "name port/protocol [alias...]"; tcp and udp alike, lines of other protocols are passed over */
 } NickNameFormat;
 
 /* Told of a line that could not be used: the file, the line number counted from 1 (0: the file itself could not be
- * read or written), the reason, and the caller's `context`. The texts are valid during the call only. */
+ * read), the reason, and the caller's `context`. The texts are valid during the call only. */
 typedef void (*NickNameProblem)(const char *file, int32_t line, const char *reason, void *context);
 
-/* Reads a file of names; in every format '#' begins a comment. A name that is there already for its key is replaced,
- * so the file read last wins. A bad line is told to `problem` (may be null) and the rest is still read. Returns the
- * number of names taken, or -1 when the file could not be read. */
+/* Reads a file of names: blanks and tabs between words, either kind of line end, lines of at most 8192 bytes. '#' begins
+ * a comment, in our own format only at the start of a line or after a blank. A name that is there already for its key is
+ * replaced, so the file read last wins; within a file the last line of a key counts in our own format, and the first one
+ * in the others, as the system reads them. A bad line is told to `problem` (may be null) and the rest is still read.
+ * Returns the number of names taken, or -1 when the file could not be read to its end or memory is exhausted; then
+ * `problem` is told why and no name is taken. */
 VEK4003_API int32_t NickNameLoad(const char *file, NickNameFormat format, NickNameProblem problem, void *context);
 
-/* Gives `key` the name `name`; an earlier name is replaced. Keys are accepted in the forms of NickNameKind and made
- * one: IPv6 keys match the text that the decoder shows. Returns null, or why the key or the name cannot be used
- * (static text). */
+/* Gives `key` the name `name`; an earlier name is replaced. Keys are accepted in the forms of NickNameKind, in either
+ * case of letters, and made one. A name is any bytes, UTF-8 for one, but not control bytes, not empty or longer than a
+ * look-up allows, not with a blank at either end, and without a '#' at its start or after a blank, where a file would
+ * take it for a comment. Returns null, or why the key or the name cannot be used (static text). */
 VEK4003_API const char *NickNameAdd(NickNameKind kind, const char *key, const char *name);
 
 /* Forgets the name of `key`. Returns 1, or 0 when it had none. */
@@ -70,14 +81,17 @@ VEK4003_API int32_t NickNameRemove(NickNameKind kind, const char *key);
 /* Forgets all names. */
 VEK4003_API void NickNameClear(void);
 
-/* Calls `visit` for every name, by kind and then by key, until it returns 0. The texts are valid during the call only;
- * `visit` must not change the names. */
+/* Calls `visit` for every name, by kind and then by the number that the key stands for, until it returns 0. The texts
+ * are valid during the call only; the key is in the form that files are saved with: "0123456789AB", "192.0.2.1",
+ * "fe80::1", "80", "E0E0", "0800". The names are those of the moment of the call, whatever `visit` changes. Returns 1, or
+ * 0 when memory is exhausted and nothing was visited. */
 typedef int32_t (*NickNameVisit)(NickNameKind kind, const char *key, const char *name, void *context);
-VEK4003_API void NickNameEach(NickNameVisit visit, void *context);
+VEK4003_API int32_t NickNameEach(NickNameVisit visit, void *context);
 
 /* Writes all names to `file` in the format NICKNAME_OWN: to a new file beside it first, which then takes its place, so
- * that the file is never seen half written and keeps its permissions. Returns null, or why it failed (static text, or
- * the calling thread's until its next call). */
+ * that the file is never seen half written and keeps its permissions; of a symbolic link the file at its end is
+ * replaced. Comments that the file held are lost. Returns null, or why it failed (static text, or the calling thread's
+ * until its next call); then the file is as it was. */
 VEK4003_API const char *NickNameSave(const char *file);
 
 #ifdef __cplusplus

@@ -8,6 +8,7 @@
 namespace wirelines {
 
 using std::int32_t;
+using std::int64_t;
 using std::uint16_t;
 using std::uint32_t;
 using std::uint64_t;
@@ -70,8 +71,6 @@ class Bytes {
   [[nodiscard]] std::string_view text() const { return {reinterpret_cast<const char*>(data_), readable()}; }
 
  private:
-  using int64_t = std::int64_t;
-
   [[nodiscard]] constexpr Bytes part(uint32_t offset, int64_t length) const {
     Bytes result;
     const uint32_t skipped = std::min(offset, captured_);

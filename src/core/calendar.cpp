@@ -58,15 +58,17 @@ const std::tm* local_time(int64_t seconds) {
   // A trace's frames follow each other closely and the platform's conversion is slow, so the last minute is kept:
   // within a minute of local time only the second changes.
   struct Minute {
-    int64_t begin = INT64_MIN;
+    int64_t begin = 0;
+    int64_t end = 0;
     std::tm time{};
   };
   thread_local Minute minute;
-  if (seconds < minute.begin || seconds - minute.begin >= 60) {
+  if (seconds < minute.begin || seconds >= minute.end) {
     const auto t = static_cast<std::time_t>(seconds);
-    minute.begin = INT64_MIN;
+    minute.begin = minute.end = 0;
     if (localtime_r(&t, &minute.time) == nullptr) return nullptr;
     minute.begin = seconds - minute.time.tm_sec;
+    minute.end = minute.begin + 60;
   }
   minute.time.tm_sec = static_cast<int>(seconds - minute.begin);
   return &minute.time;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/lines.hpp"
+#include "core/nicknames.hpp"
 
 namespace wirelines {
 
@@ -25,6 +26,17 @@ inline void DspId(LineList& list, uint16_t id, const LineAttributes& attributes)
 }
 inline void DspSequenceNo16(LineList& list, uint16_t number, const LineAttributes& attributes) {
   add_number(list, attributes, "[Sequence No] %u (0x%0.4X)", number);
+}
+
+// An IPv4 address with the user's name for it.
+inline void DspIpAddress(LineList& list, Bytes address, const LineAttributes& attributes) {
+  const TextBuffer text = ip_text(address);
+  add_line(list, attributes, "[IP Address] %s %s", text.view(), parens(ip_nickname(text.bytes)));
+}
+
+// Whether an SMB message begins here: at least 32 bytes, the first four 0xFF 'S' 'M' 'B'.
+inline bool IsSmbMessage(Bytes data) {
+  return data.size() >= 32 && data.be32(0) == 0xFF534D42;
 }
 
 }  // namespace wirelines
