@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 #include "core/charset.hpp"
@@ -27,8 +28,7 @@ constexpr auto kHexDigits = [] {
 
 // One hex line; `chunk` holds n bytes and blanks behind them.
 void format_hex_line(char* line, uint32_t offset, const uint8_t* chunk, uint32_t n, uint32_t mode) {
-  const uint32_t offset_digits =
-      offset > 0xFFFF ? static_cast<uint32_t>(std::max(4, (39 - __builtin_clz(offset)) / 4)) : 4;
+  const uint32_t offset_digits = offset > 0xFFFF ? (static_cast<uint32_t>(std::bit_width(offset)) + 3) / 4 : 4;
   for (uint32_t i = 0; i < offset_digits; ++i)
     line[i] = "0123456789ABCDEF"[offset >> (4 * (offset_digits - 1 - i)) & 15];
 
