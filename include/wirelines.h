@@ -177,6 +177,19 @@ WIRELINES_API int32_t GetProtocolType(const uint8_t *frame, uint16_t *typeOut);
 /* Returns the static name of an EtherType, or "". */
 WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
 
+/* ---- Names ------------------------------------------------------------------------------------------------------ */
+
+/* Each returns a static name, or "" for a code without one. */
+WIRELINES_API const char *IpProtocolToName(uint8_t protocol); /* IP protocol, IPv6 next header (IANA numbers) */
+WIRELINES_API const char *NwPacketToName(uint8_t packetType); /* IPX packet type */
+WIRELINES_API const char *NwSocketToName(uint16_t socket);    /* IPX socket */
+WIRELINES_API const char *IcmpTypeInfoToName(uint8_t type);   /* ICMP type (RFC 792, 950, 1256) */
+
+/* Returns the name of a port: the user's own if the name module has one (at most 35 bytes, in a buffer of the calling
+ * thread that the next call overwrites), otherwise the registered keyword in upper case, which can differ between TCP
+ * (`protocol` 6) and UDP (17), or "". Ports as the IANA registry lists them. */
+WIRELINES_API const char *PortToName(uint16_t port, uint8_t protocol);
+
 /* ---- Calendar --------------------------------------------------------------------------------------------------- */
 
 /* Day numbers count from 0, which is 1 January of year 1. A year is a leap year when its number is divisible by 4 and

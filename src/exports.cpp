@@ -133,6 +133,26 @@ const char* TypeToProtocolName(uint16_t etherType) {
   return wirelines::TypeToProtocolName(etherType).data();
 }
 
+const char* IpProtocolToName(uint8_t protocol) {
+  return wirelines::IpProtocolToName(protocol).data();
+}
+
+const char* PortToName(uint16_t port, uint8_t protocol) {
+  return wirelines::PortToName(port, protocol).data();
+}
+
+const char* NwPacketToName(uint8_t packetType) {
+  return wirelines::NwPacketToName(packetType).data();
+}
+
+const char* NwSocketToName(uint16_t socket) {
+  return wirelines::NwSocketToName(socket).data();
+}
+
+const char* IcmpTypeInfoToName(uint8_t type) {
+  return wirelines::IcmpTypeInfoToName(type).data();
+}
+
 void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut) {
   const wirelines::Date date = wirelines::date_of_day(dayNumber);
   if (yearOut != nullptr) *yearOut = date.year;

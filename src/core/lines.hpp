@@ -19,6 +19,7 @@ struct DecodeState {
 
   // The static texts of the interface, valid until the next call.
   char parenthesis[120] = {};
+  char port_name[36] = {};
 
   void reset(uint32_t mode) {
     charSetMode = mode;

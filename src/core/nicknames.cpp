@@ -24,6 +24,13 @@ Nickname ip6_nickname(const char* address) {
   return name;
 }
 
+Nickname port_nickname(uint16_t port) {
+  Nickname name;
+  const TextBuffer key("%u", port);
+  if (PortStrToNickName(key.bytes, name.text_) != 1) name.text_[0] = 0;
+  return name;
+}
+
 Nickname sap_nickname(const char* dsap, const char* ssap) {
   Nickname name;
   if (SapToName(dsap, ssap, name.text_) != 1) name.text_[0] = 0;

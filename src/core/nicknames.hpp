@@ -20,15 +20,17 @@ class Nickname {
   friend Nickname station_nickname(const char* address);
   friend Nickname ip_nickname(const char* address);
   friend Nickname ip6_nickname(const char* address);
+  friend Nickname port_nickname(uint16_t port);
   friend Nickname sap_nickname(const char* dsap, const char* ssap);
   friend Nickname type_nickname(uint16_t ether_type);
 
   char text_[64] = {};  // the longest name has 35 bytes; a name module of the host's own may be less exact
 };
 
-Nickname station_nickname(const char* address);             // "0123456789AB"
-Nickname ip_nickname(const char* address);                  // "192.0.2.1"
-Nickname ip6_nickname(const char* address);                 // as the IPv6 address formatters write it
+Nickname station_nickname(const char* address);  // "0123456789AB"
+Nickname ip_nickname(const char* address);       // "192.0.2.1"
+Nickname ip6_nickname(const char* address);      // as the IPv6 address formatters write it
+Nickname port_nickname(uint16_t port);
 Nickname sap_nickname(const char* dsap, const char* ssap);  // "E0", "E0"
 Nickname type_nickname(uint16_t ether_type);
 

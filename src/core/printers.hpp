@@ -3,9 +3,17 @@
 
 #include "core/lines.hpp"
 #include "core/nicknames.hpp"
+#include "core/protocol_names.hpp"
 
 namespace wirelines {
 
+// `transport` is the IP protocol number that chooses between names of TCP and of UDP.
+inline void DspSourcePort(LineList& list, uint8_t transport, uint16_t port, const LineAttributes& attributes) {
+  add_line(list, attributes, "[Source Port] %u %s", port, parens(PortToName(port, transport)));
+}
+inline void DspDestinationPort(LineList& list, uint8_t transport, uint16_t port, const LineAttributes& attributes) {
+  add_line(list, attributes, "[Destination Port] %u %s", port, parens(PortToName(port, transport)));
+}
 inline void DspHeaderLength(LineList& list, uint32_t bytes, const LineAttributes& attributes) {
   add_number(list, attributes, "[Header Length] %u (0x%0.2X) byte(s)", bytes);
 }
