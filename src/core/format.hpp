@@ -150,25 +150,32 @@ struct FormatPieces {
   }
 };
 
-// A format whose conversions take Args in order.
+// A format whose conversions take Args in order. (The pieces are a member because clang 14 cannot compile a consteval
+// constructor of a class that has a base.)
 template <typename... Args>
-struct Format : FormatPieces {
+struct Format {
+  FormatPieces pieces;
+
   template <std::size_t N>
-  consteval Format(const char (&format)[N]) : FormatPieces(std::string_view(format, N - 1)) {
-    if (count != sizeof...(Args)) format_detail::format_takes_more_or_fewer_values();
+  consteval Format(const char (&format)[N]) : pieces(std::string_view(format, N - 1)) {
+    if (pieces.count != sizeof...(Args)) format_detail::format_takes_more_or_fewer_values();
     std::size_t i = 0;
-    const bool same_kinds = (true && ... && format_detail::accepts<Args>(pieces[i++].kind));
+    const bool same_kinds = (true && ... && format_detail::accepts<Args>(pieces.pieces[i++].kind));
     if (!same_kinds) format_detail::format_and_value_are_of_different_kinds();
   }
 };
 
 // A format that gives one number to each of its conversions.
-struct NumberFormat : FormatPieces {
+struct NumberFormat {
+  FormatPieces pieces;
+
   template <std::size_t N>
-  consteval NumberFormat(const char (&format)[N]) : FormatPieces(std::string_view(format, N - 1)) {
-    if (count == 0) format_detail::format_takes_more_or_fewer_values();
-    for (uint32_t i = 0; i < count; ++i) {
-      if (!format_detail::accepts<uint32_t>(pieces[i].kind)) format_detail::format_and_value_are_of_different_kinds();
+  consteval NumberFormat(const char (&format)[N]) : pieces(std::string_view(format, N - 1)) {
+    if (pieces.count == 0) format_detail::format_takes_more_or_fewer_values();
+    for (uint32_t i = 0; i < pieces.count; ++i) {
+      if (!format_detail::accepts<uint32_t>(pieces.pieces[i].kind)) {
+        format_detail::format_and_value_are_of_different_kinds();
+      }
     }
   }
 };
@@ -188,7 +195,7 @@ struct TextBuffer {
   template <typename... Args>
   explicit TextBuffer(Format<std::type_identity_t<Args>...> format, const Args&... args) {
     const Value values[] = {Value(args)..., Value(0)};
-    length = render(bytes, format, values, 1);
+    length = render(bytes, format.pieces, values, 1);
   }
   [[nodiscard]] std::string_view view() const { return {bytes, length}; }
   operator std::string_view() const { return view(); }

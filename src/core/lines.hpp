@@ -58,13 +58,13 @@ template <typename... Args>
 bool add_line(LineList& list, const LineAttributes& attributes, Format<std::type_identity_t<Args>...> format,
               const Args&... args) {
   const Value values[] = {Value(args)..., Value(0)};
-  return print_line(list, attributes, format, values, 1);
+  return print_line(list, attributes, format.pieces, values, 1);
 }
 
 // A line whose every conversion shows `v`.
 inline bool add_number(LineList& list, const LineAttributes& attributes, NumberFormat format, uint32_t v) {
   const Value value(v);
-  return print_line(list, attributes, format, &value, 0);
+  return print_line(list, attributes, format.pieces, &value, 0);
 }
 
 bool add_blank(LineList& list);

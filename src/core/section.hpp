@@ -54,7 +54,7 @@ class Section {
   template <typename... Args>
   void title(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
     const Value values[] = {Value(args)..., Value(0)};
-    print_title(*list_, attributes(layer_.title, 0, range), format, values);
+    print_title(*list_, attributes(layer_.title, 0, range), format.pieces, values);
   }
 
   // A field: level 1.

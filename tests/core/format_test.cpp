@@ -127,7 +127,7 @@ TEST(Format, ANumberFormatGivesOneValueToEachConversion) {
   const NumberFormat format("%u (0x%0.4X) %d");
   const Value value(0xFFFFFFFFU);
   char out[kMaxText + 1];
-  render(out, format, &value, 0);
+  render(out, format.pieces, &value, 0);
   EXPECT_STREQ(out, "4294967295 (0xFFFFFFFF) -1");
 }
 
