@@ -32,7 +32,7 @@ class Text {
   }
   void add(std::int32_t number) {
     std::array<char, 12> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    const char* end = std::to_chars(digits.begin(), digits.end(), number).ptr;
     add(std::string_view(digits.data(), static_cast<std::size_t>(end - digits.begin())));
   }
   [[nodiscard]] const char* c_str() const { return buffer_.data(); }
