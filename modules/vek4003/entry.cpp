@@ -96,8 +96,7 @@ std::optional<Key> groups_key(std::string_view text) {
   }
   if (gap == kNowhere ? count != groups.size() : count == groups.size()) return {};
   if (gap != kNowhere) {
-    const auto first = groups.begin() + static_cast<std::ptrdiff_t>(gap);
-    std::rotate(first, groups.begin() + static_cast<std::ptrdiff_t>(count), groups.end());
+    std::rotate(&groups[gap], groups.data() + count, groups.data() + groups.size());
   }
   Key key;
   for (const auto group : groups) {
@@ -207,12 +206,12 @@ KeyText key_text(NickNameKind kind, const Key& key) {
   }
   const auto value = static_cast<unsigned long long>(key.low);
   switch (kind) {
-    case NICKNAME_STATION: std::snprintf(text.data(), text.size(), "%012llX", value); break;
+    case NICKNAME_STATION: (void)std::snprintf(text.data(), text.size(), "%012llX", value); break;
     case NICKNAME_IP: inet_ntop(AF_INET, &bytes[12], text.data(), static_cast<socklen_t>(text.size())); break;
     case NICKNAME_IP6: inet_ntop(AF_INET6, bytes.data(), text.data(), static_cast<socklen_t>(text.size())); break;
-    case NICKNAME_PORT: std::snprintf(text.data(), text.size(), "%llu", value); break;
+    case NICKNAME_PORT: (void)std::snprintf(text.data(), text.size(), "%llu", value); break;
     case NICKNAME_SAP:
-    case NICKNAME_TYPE: std::snprintf(text.data(), text.size(), "%04llX", value); break;
+    case NICKNAME_TYPE: (void)std::snprintf(text.data(), text.size(), "%04llX", value); break;
   }
   return text;
 }

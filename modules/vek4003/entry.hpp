@@ -22,7 +22,7 @@ constexpr const char* kNoMemory = "memory is exhausted";
 struct Key {
   std::uint64_t high = 0;
   std::uint64_t low = 0;
-  auto operator<=>(const Key&) const = default;
+  auto operator<=>(const Key&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct KeyHash {

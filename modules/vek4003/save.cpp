@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 const char* failed(const char* step, int error) {
   thread_local std::array<char, 160> reason;
-  std::snprintf(reason.data(), reason.size(), "%s: %s", step, std::strerror(error));
+  (void)std::snprintf(reason.data(), reason.size(), "%s: %s", step, std::strerror(error));
   return reason.data();
 }
 

@@ -122,7 +122,10 @@ int32_t ProtocolTypeToName(const char* type, char* nameOut) {
 }
 
 int32_t NickNameLoad(const char* file, NickNameFormat format, NickNameProblem problem, void* context) {
-  if (file == nullptr) return -1;
+  if (file == nullptr) {
+    if (problem != nullptr) problem("", 0, "there is no file name", context);
+    return -1;
+  }
   try {
     Tables fresh;
     if (!read_file(file, format, problem, context, fresh)) return -1;

@@ -37,42 +37,41 @@ VEK4003_API int32_t PortStrToNickName(const char *port, char *nameOut);     /* "
 VEK4003_API int32_t SapToName(const char *dsap, const char *ssap, char *nameOut); /* "E0", "E0" */
 VEK4003_API int32_t ProtocolTypeToName(const char *type, char *nameOut);    /* "0800" */
 
-/* Kinds of names. */
+/* Kinds of names, and the forms of their keys; letters count alike in either case. */
 typedef enum NickNameKind {
-  NICKNAME_STATION, /* key: MAC address, twelve hexadecimal digits, or six groups of one or two set apart by one of
-                       ':' '-' '.' */
-  NICKNAME_IP,      /* key: IPv4 address in dotted decimal */
-  NICKNAME_IP6,     /* key: IPv6 address in any usual text form, or as the decoder shows it (":1" for "::1") */
-  NICKNAME_PORT,    /* key: port number in decimal, 0 to 65535, without leading zeros */
-  NICKNAME_SAP,     /* key: DSAP and SSAP, four hexadecimal digits, or two pairs set apart by '/' */
-  NICKNAME_TYPE     /* key: EtherType, one to four hexadecimal digits, with or without "0x" */
+  NICKNAME_STATION, /* MAC address: twelve hexadecimal digits, or six groups of one or two set apart by ':' '-' '.' */
+  NICKNAME_IP,      /* IPv4 address in dotted decimal */
+  NICKNAME_IP6,     /* IPv6 address in any usual text form, or as the decoder shows it (":1" for "::1") */
+  NICKNAME_PORT,    /* port number in decimal, 0 to 65535, without leading zeros */
+  NICKNAME_SAP,     /* DSAP and SSAP: four hexadecimal digits, or two pairs set apart by '/' */
+  NICKNAME_TYPE     /* EtherType: one to four hexadecimal digits, with or without "0x" */
 } NickNameKind;
 
-/* Formats of name files. */
+/* Formats of name files, a name a line. In our own, kind is station, ip, ip6, port, sap or type, and the name is the
+ * rest of the line and may hold blanks. Of services, tcp and udp count alike, and other protocols are passed over. */
 typedef enum NickNameFormat {
-  NICKNAME_OWN,     /* "kind key name" a line, kind being station, ip, ip6, port, sap or type; the name is the rest of
-                       the line and may hold blanks */
-  NICKNAME_HOSTS,   /* "address name [alias...]": IPv4 and IPv6; aliases are passed over */
+  NICKNAME_OWN,     /* "kind key name" */
+  NICKNAME_HOSTS,   /* "address name [alias...]", IPv4 and IPv6 */
   NICKNAME_ETHERS,  /* "mac name" */
-  NICKNAME_SERVICES /* "name port/protocol [alias...]"; tcp and udp alike, lines of other protocols are passed over */
+  NICKNAME_SERVICES /* "name port/protocol [alias...]" */
 } NickNameFormat;
 
 /* Told of a line that could not be used: the file, the line number counted from 1 (0: the file itself could not be
  * read), the reason, and the caller's `context`. The texts are valid during the call only. */
 typedef void (*NickNameProblem)(const char *file, int32_t line, const char *reason, void *context);
 
-/* Reads a file of names: blanks and tabs between words, either kind of line end, lines of at most 8192 bytes. '#' begins
- * a comment, in our own format only at the start of a line or after a blank. A name that is there already for its key is
- * replaced, so the file read last wins; within a file the last line of a key counts in our own format, and the first one
- * in the others, as the system reads them. A bad line is told to `problem` (may be null) and the rest is still read.
- * Returns the number of names taken, or -1 when the file could not be read to its end or memory is exhausted; then
- * `problem` is told why and no name is taken. */
+/* Reads a file of names: blanks and tabs between words, either kind of line end, lines of at most 8192 bytes. '#'
+ * begins a comment, in our own format only at the start of a line or after a blank. A name that is there already for
+ * its key is replaced, so the file read last wins; within a file the last line of a key counts in our own format, and
+ * the first one in the others, as the system reads them. A bad line is told to `problem` (may be null) and the rest is
+ * still read. Returns the number of names taken, or -1 when the file could not be read to its end or memory is
+ * exhausted; then `problem` is told why and no name is taken. */
 VEK4003_API int32_t NickNameLoad(const char *file, NickNameFormat format, NickNameProblem problem, void *context);
 
-/* Gives `key` the name `name`; an earlier name is replaced. Keys are accepted in the forms of NickNameKind, in either
- * case of letters, and made one. A name is any bytes, UTF-8 for one, but not control bytes, not empty or longer than a
- * look-up allows, not with a blank at either end, and without a '#' at its start or after a blank, where a file would
- * take it for a comment. Returns null, or why the key or the name cannot be used (static text). */
+/* Gives `key` the name `name`; an earlier name is replaced. Keys are accepted in the forms of NickNameKind and made
+ * one. A name is any bytes, UTF-8 for one, but no control bytes; not empty, not longer than the look-ups say, not with
+ * a blank at either end, and without a '#' at its start or after a blank, where a file would take it for a comment.
+ * Returns null, or why the key or the name cannot be used (static text). */
 VEK4003_API const char *NickNameAdd(NickNameKind kind, const char *key, const char *name);
 
 /* Forgets the name of `key`. Returns 1, or 0 when it had none. */
@@ -83,8 +82,8 @@ VEK4003_API void NickNameClear(void);
 
 /* Calls `visit` for every name, by kind and then by the number that the key stands for, until it returns 0. The texts
  * are valid during the call only; the key is in the form that files are saved with: "0123456789AB", "192.0.2.1",
- * "fe80::1", "80", "E0E0", "0800". The names are those of the moment of the call, whatever `visit` changes. Returns 1, or
- * 0 when memory is exhausted and nothing was visited. */
+ * "fe80::1", "80", "E0E0", "0800". The names are those of the moment of the call, whatever `visit` changes. Returns 1,
+ * or 0 when memory is exhausted and nothing was visited. */
 typedef int32_t (*NickNameVisit)(NickNameKind kind, const char *key, const char *name, void *context);
 VEK4003_API int32_t NickNameEach(NickNameVisit visit, void *context);
 
