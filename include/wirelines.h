@@ -177,6 +177,22 @@ WIRELINES_API int32_t GetProtocolType(const uint8_t *frame, uint16_t *typeOut);
 /* Returns the static name of an EtherType, or "". */
 WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
 
+/* ---- Checksums -------------------------------------------------------------------------------------------------- */
+
+/* The Internet checksum (RFC 1071): the one's complement of the one's-complement sum of `length` bytes as big-endian
+ * words; an odd last byte counts as a word that ends with a zero byte. Returns 0 to 65535; 0 when the data includes its
+ * own right checksum. A length below 1 sums nothing. */
+WIRELINES_API uint32_t IpCheckSum(const uint8_t *data, int32_t length);
+
+/* The same over a pseudo header (12 bytes for IPv4, RFC 793 and 768; 40 bytes for IPv6, RFC 8200) followed by a TCP or
+ * UDP message. */
+WIRELINES_API uint32_t CulUdpChksum(const uint8_t *message, int32_t length, const uint8_t *pseudoHeader,
+                                    int32_t pseudoLength);
+
+/* Fills the 12 bytes at `pseudoOut` with the pseudo header of a datagram of whose IPv4 header 20 bytes are readable:
+ * both addresses, a zero byte, the protocol, and the total length less the header length (modulo 65536). */
+WIRELINES_API void IpPsuadoHeder(const uint8_t *header, uint8_t *pseudoOut);
+
 /* ---- Names ------------------------------------------------------------------------------------------------------ */
 
 /* Each returns a static name, or "" for a code without one. */

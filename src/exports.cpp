@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/calendar.hpp"
+#include "core/checksum.hpp"
 #include "core/datablock.hpp"
 #include "core/datalink.hpp"
 #include "core/labelled.hpp"
@@ -131,6 +132,19 @@ int32_t GetProtocolType(const uint8_t* frame, uint16_t* typeOut) {
 
 const char* TypeToProtocolName(uint16_t etherType) {
   return wirelines::TypeToProtocolName(etherType).data();
+}
+
+uint32_t IpCheckSum(const uint8_t* data, int32_t length) {
+  return wirelines::IpCheckSum(Bytes(data, length));
+}
+
+uint32_t CulUdpChksum(const uint8_t* message, int32_t length, const uint8_t* pseudoHeader, int32_t pseudoLength) {
+  return wirelines::CulUdpChksum(Bytes(message, length), Bytes(pseudoHeader, pseudoLength));
+}
+
+void IpPsuadoHeder(const uint8_t* header, uint8_t* pseudoOut) {
+  const auto pseudo = wirelines::IpPsuadoHeder(Bytes(header, 20));
+  std::copy_n(pseudo.bytes.data(), pseudo.length, pseudoOut);
 }
 
 const char* IpProtocolToName(uint8_t protocol) {
