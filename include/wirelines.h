@@ -177,6 +177,15 @@ WIRELINES_API int32_t GetProtocolType(const uint8_t *frame, uint16_t *typeOut);
 /* Returns the static name of an EtherType, or "". */
 WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
 
+/* ---- Protocols -------------------------------------------------------------------------------------------------- */
+
+/* Each decodes `length` bytes that begin with the header of its protocol and appends their lines, with those of what it
+ * carries. Ranges count from the frame offset that this thread's last decode left; data that is too short for the header
+ * becomes a data block. */
+
+/* IPv4 (RFC 791). */
+WIRELINES_API void IpAnalyze(LineList *list, const uint8_t *data, int32_t length);
+
 /* ---- Checksums -------------------------------------------------------------------------------------------------- */
 
 /* The Internet checksum (RFC 1071): the one's complement of the one's-complement sum of `length` bytes as big-endian

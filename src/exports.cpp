@@ -10,6 +10,7 @@
 #include "core/labelled.hpp"
 #include "core/lines.hpp"
 #include "core/protocol_names.hpp"
+#include "ipv4/ipv4.hpp"
 #include "wirelines.h"
 
 namespace {
@@ -132,6 +133,11 @@ int32_t GetProtocolType(const uint8_t* frame, uint16_t* typeOut) {
 
 const char* TypeToProtocolName(uint16_t etherType) {
   return wirelines::TypeToProtocolName(etherType).data();
+}
+
+void IpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::IpAnalyze(*list, Bytes(data, length));
 }
 
 uint32_t IpCheckSum(const uint8_t* data, int32_t length) {

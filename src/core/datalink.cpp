@@ -7,6 +7,7 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipv4/ipv4.hpp"
 
 namespace wirelines {
 
@@ -20,6 +21,9 @@ constexpr uint32_t kLlcHeader = 17;
 constexpr uint32_t kSnapHeader = 22;
 
 constexpr uint8_t kControlUI = 3;
+
+// DSAP and SSAP.
+constexpr uint16_t kSapsIp = 0x0606;
 
 constexpr uint32_t kLeastSeconds = 0x100000;  // above it, the time word counts seconds since 1970
 
@@ -41,6 +45,7 @@ void time_line(Section& s, uint32_t time_word0, uint32_t time_word1) {
 // Hands on by EtherType. The one place where a network layer of Ethernet II and SNAP is registered.
 void dispatch_type(LineList& list, uint16_t type, Bytes payload) {
   switch (type) {
+    case 0x0800: IpAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }
@@ -78,8 +83,14 @@ void llc_lines(LineList& list, Bytes frame) {
   s.line(at(14, 16), "[LLC] [DSAP] 0x%0.2X [SSAP] 0x%0.2X [Control] 0x%0.2X %s", dsap, ssap, control, parens(name));
   if (!s || frame.size() < static_cast<int32_t>(kLlcHeader)) return;
 
+  const uint16_t saps = frame.be16(14);
   advance(kLlcHeader);
-  remainder(list, frame.from(kLlcHeader));
+  const Bytes payload = frame.from(kLlcHeader);
+  if (control != kControlUI) return remainder(list, payload);
+  switch (saps) {
+    case kSapsIp: IpAnalyze(list, payload); break;
+    default: remainder(list, payload); break;
+  }
 }
 
 void snap_lines(LineList& list, Bytes frame) {
