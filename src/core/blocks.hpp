@@ -1,7 +1,10 @@
 // Where line buffers and records come from.
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "wirelines.h"
 
@@ -10,10 +13,63 @@ namespace wirelines {
 // A line takes two blocks, its text of 129 bytes and its record. Here both come as one piece of a slab: a thread takes
 // lines from its current slab one after another, and a slab goes back to the heap when its last line has been freed,
 // on whichever thread. Built with WIRELINES_PLAIN_MALLOC, each block is malloc's, so that sanitizers see its bounds.
+// new_text and new_record give null when memory is exhausted.
 
-char* new_text();                     // null when memory is exhausted
-DisplayLine* new_record(char* text);  // the record for a text of new_text; null when memory is exhausted
-void free_text(char* text);           // a text that no record was made for
+#ifdef WIRELINES_PLAIN_MALLOC
+
+inline char* new_text() {
+  return static_cast<char*>(std::malloc(129));
+}
+
+inline DisplayLine* new_record(char* text) {
+  auto* const record = static_cast<DisplayLine*>(std::malloc(sizeof(DisplayLine)));
+  if (record != nullptr) record->text = text;
+  return record;
+}
+
+#else
+
+struct Slab;
+
+struct Piece {
+  DisplayLine record;
+  Slab* slab;
+  char text[136];
+};
+
+struct Slab {
+  static constexpr std::uint32_t kPieces = 180;  // about 32 KiB
+  // While a thread takes lines from a slab, its count of live lines is this much too high, so that it cannot reach 0
+  // and the owner need not touch it for each new line.
+  static constexpr std::uint32_t kOwned = 1U << 30;
+
+  std::atomic<std::uint32_t> live{kOwned};
+  std::uint32_t taken = 0;  // pieces handed out; the owner's alone
+  Piece pieces[kPieces];
+};
+
+extern thread_local constinit Slab* current_slab;
+Slab* new_slab();  // makes it the current one; null when memory is exhausted
+
+inline char* new_text() {
+  Slab* slab = current_slab;
+  if (slab == nullptr || slab->taken == Slab::kPieces) [[unlikely]] {
+    slab = new_slab();
+    if (slab == nullptr) return nullptr;
+  }
+  Piece& piece = slab->pieces[slab->taken++];
+  piece.slab = slab;
+  piece.record.text = piece.text;
+  return piece.text;
+}
+
+inline DisplayLine* new_record(char* text) {
+  return &reinterpret_cast<Piece*>(text - offsetof(Piece, text))->record;
+}
+
+#endif
+
+void free_text(char* text);                                  // a text that no record was made for
 void free_lines(void* const* records, std::uint32_t count);  // records with their texts
 
 }  // namespace wirelines

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstring>
 
@@ -65,125 +66,156 @@ void copy_short(char* to, const char* from, uint32_t n) {
   }
 }
 
-// Collects a text of at most kMaxText bytes, and one byte more: what follows the cut tells whether it divides a
-// double-byte character.
-class Writer {
+constexpr uint32_t kMostDigits = 32;  // of a number, whatever its precision asks for
+
+uint32_t decimal_digits(uint32_t v) {
+  if (v < 10000) return v < 100 ? (v < 10 ? 1 : 2) : (v < 1000 ? 3 : 4);
+  if (v < 1000000) return v < 100000 ? 5 : 6;
+  if (v < 100000000) return v < 10000000 ? 7 : 8;
+  return v < 1000000000 ? 9 : 10;
+}
+
+char* put_decimal(char* to, uint32_t v, uint32_t digits) {
+  if (v < 100 && digits <= 1) {
+    if (v < 10) {
+      *to = static_cast<char>('0' + v);
+      return to + 1;
+    }
+    std::memcpy(to, &kDecimalPairs[2 * v], 2);
+    return to + 2;
+  }
+  char* const end = to + std::max(decimal_digits(v), std::min(digits, kMostDigits));
+  char* p = end;
+  for (; v >= 100; v /= 100) {
+    p -= 2;
+    std::memcpy(p, &kDecimalPairs[2 * (v % 100)], 2);
+  }
+  if (v >= 10) {
+    p -= 2;
+    std::memcpy(p, &kDecimalPairs[2 * v], 2);
+  } else {
+    *--p = static_cast<char>('0' + v);
+  }
+  while (p > to) *--p = '0';
+  return end;
+}
+
+char* put_hex(char* to, uint32_t v, uint32_t digits) {
+  if (digits == 4 && v <= 0xFFFF) {
+    std::memcpy(to, &kHexPairs[2 * (v >> 8)], 2);
+    std::memcpy(to + 2, &kHexPairs[2 * (v & 255)], 2);
+    return to + 4;
+  }
+  const auto needed = static_cast<uint32_t>(std::bit_width(v | 1) + 3) / 4;
+  char* const end = to + std::max(needed, std::min(digits, kMostDigits));
+  char* p = end;
+  for (; p - to >= 2; v >>= 8) {
+    p -= 2;
+    std::memcpy(p, &kHexPairs[2 * (v & 255)], 2);
+  }
+  if (p > to) *to = kHexPairs[2 * (v & 15) + 1];
+  return end;
+}
+
+char* put_number(char* to, const Piece& piece, uint32_t v) {
+  if (piece.kind == Kind::kHex) return put_hex(to, v, piece.digits);
+  if (piece.kind == Kind::kSigned && static_cast<int32_t>(v) < 0) {
+    *to++ = '-';
+    v = 0U - v;
+  }
+  return put_decimal(to, v, piece.digits);
+}
+
+// The text of a value up to its first zero byte, without parentheses.
+std::string_view shown_text(const Value& value) {
+  if (value.length == 0) return {};
+  const void* const zero = std::memchr(value.text, 0, value.length);
+  return {value.text,
+          zero == nullptr ? value.length : static_cast<std::size_t>(static_cast<const char*>(zero) - value.text)};
+}
+
+// Most numbers of a format and its literals leave room for what its texts need; then nothing has to be checked. A line
+// that may be too long goes through here.
+class CarefulWriter {
  public:
-  explicit Writer(char* out) : out_(out) {}
+  explicit CarefulWriter(char* out) : out_(out) {}
 
-  void put(const char* text, uint32_t n) {
-    const uint32_t room = kMaxText - length_;
-    if (n <= room) [[likely]] {
-      copy_short(out_ + length_, text, n);
-      length_ += n;
-      return;
-    }
-    if (over_) return;
-    std::memcpy(out_ + length_, text, room);
-    length_ = kMaxText;
-    next_ = text[room];
-    over_ = true;
+  void put(std::string_view text) {
+    const std::size_t n = std::min(text.size(), std::size_t{kMaxText + 1 - length_});
+    if (n != 0) std::memcpy(out_ + length_, text.data(), n);
+    length_ += static_cast<uint32_t>(n);
   }
 
-  void put(char c) { put(&c, 1); }
-
-  void put_text(const Value& value) {
-    uint32_t n = value.length;
-    if (const void* zero = n != 0 ? std::memchr(value.text, 0, n) : nullptr) {
-      n = static_cast<uint32_t>(static_cast<const char*>(zero) - value.text);
-    }
-    if (!value.in_parens) return put(value.text, n);
-    if (n == 0) return;
-    put('(');
-    put(value.text, n);
-    put(')');
-  }
-
-  void put_decimal(uint32_t v, uint32_t digits) {
-    char text[40];
-    char* const end = text + sizeof text;
-    char* p = end;
-    while (v >= 100) {
-      p -= 2;
-      std::memcpy(p, &kDecimalPairs[2 * (v % 100)], 2);
-      v /= 100;
-    }
-    if (v >= 10) {
-      p -= 2;
-      std::memcpy(p, &kDecimalPairs[2 * v], 2);
-    } else {
-      *--p = static_cast<char>('0' + v);
-    }
-    finish_number(p, end, digits);
-  }
-
-  void put_hex(uint32_t v, uint32_t digits) {
-    char text[40];
-    char* const end = text + sizeof text;
-    char* p = end;
-    do {
-      p -= 2;
-      std::memcpy(p, &kHexPairs[2 * (v & 255)], 2);
-      v >>= 8;
-    } while (v != 0);
-    if (*p == '0' && p + 1 < end) ++p;
-    finish_number(p, end, digits);
-  }
-
-  void put_real(double v) {
-    char text[400];
-    const auto result = std::to_chars(text, text + sizeof text, v, std::chars_format::fixed, 6);
-    put(text, static_cast<uint32_t>(result.ptr - text));
-  }
-
+  // One byte more than a line holds is kept till here: it tells whether the cut divides a double-byte character.
   uint32_t finish() {
-    if (over_) {
-      out_[kMaxText] = next_;
-      length_ = cut_length({out_, kMaxText + 1}, kMaxText);
-    }
+    length_ = cut_length({out_, length_}, kMaxText);
     out_[length_] = 0;
     return length_;
   }
 
  private:
-  void finish_number(char* p, char* end, uint32_t digits) {
-    const auto least = std::min(digits, 32U);
-    while (static_cast<uint32_t>(end - p) < least) *--p = '0';
-    put(p, static_cast<uint32_t>(end - p));
-  }
-
   char* out_;
   uint32_t length_ = 0;
-  bool over_ = false;
-  char next_ = 0;
 };
+
+uint32_t render_carefully(char* out, const FormatPieces& format, const Value* values, uint32_t step) {
+  CarefulWriter writer(out);
+  const char* text = format.text;
+  for (uint32_t i = 0; i < format.count; ++i, values += step) {
+    const Piece piece = format.pieces[i];
+    writer.put({text, piece.literal});
+    text += piece.literal + piece.skip;
+    if (piece.kind == Kind::kText) {
+      const std::string_view shown = shown_text(*values);
+      const bool parentheses = values->in_parens && !shown.empty();
+      if (parentheses) writer.put("(");
+      writer.put(shown);
+      if (parentheses) writer.put(")");
+    } else if (piece.kind == Kind::kReal) {
+      char digits[400];
+      const auto result = std::to_chars(digits, digits + sizeof digits, values->real, std::chars_format::fixed, 6);
+      writer.put({digits, result.ptr});
+    } else {
+      char digits[kMostDigits + 1];
+      writer.put({digits, put_number(digits, piece, static_cast<uint32_t>(values->number))});
+    }
+  }
+  writer.put({text, format.tail});
+  return writer.finish();
+}
 
 }  // namespace
 
 uint32_t render(char* out, const FormatPieces& format, const Value* values, uint32_t step) {
-  Writer writer(out);
+  if (format.longest > kMaxText) return render_carefully(out, format, values, step);
+  uint32_t room = kMaxText - format.longest;  // for texts
   const char* text = format.text;
-  for (uint32_t i = 0; i < format.count; ++i, values += step) {
-    const Piece piece = format.pieces[i];
-    writer.put(text, piece.literal);
-    text += piece.literal + piece.skip;
-    switch (piece.kind) {
-      case Kind::kUnsigned: writer.put_decimal(static_cast<uint32_t>(values->number), piece.digits); break;
-      case Kind::kHex: writer.put_hex(static_cast<uint32_t>(values->number), piece.digits); break;
-      case Kind::kSigned: {
-        const auto v = static_cast<uint32_t>(values->number);
-        const bool negative = static_cast<int32_t>(v) < 0;
-        if (negative) writer.put('-');
-        writer.put_decimal(negative ? 0U - v : v, piece.digits);
-        break;
-      }
-      case Kind::kReal: writer.put_real(values->real); break;
-      case Kind::kText: writer.put_text(*values); break;
-      case Kind::kNone: break;
+  const Value* value = values;
+  char* to = out;
+  for (const Piece *piece = format.pieces, *const end = piece + format.count; piece != end; ++piece, value += step) {
+    copy_short(to, text, piece->literal);
+    to += piece->literal;
+    text += piece->literal + piece->skip;
+    if (piece->kind == Kind::kUnsigned) {
+      to = put_decimal(to, static_cast<uint32_t>(value->number), piece->digits);
+    } else if (piece->kind == Kind::kText) {
+      const std::string_view shown = shown_text(*value);
+      const auto n = static_cast<uint32_t>(shown.size());
+      if (n + 2 > room) return render_carefully(out, format, values, step);
+      room -= n + 2;
+      const bool parentheses = value->in_parens && n != 0;
+      if (parentheses) *to++ = '(';
+      copy_short(to, shown.data(), n);
+      to += n;
+      if (parentheses) *to++ = ')';
+    } else {
+      to = put_number(to, *piece, static_cast<uint32_t>(value->number));
     }
   }
-  writer.put(text, format.tail);
-  return writer.finish();
+  copy_short(to, text, format.tail);
+  to += format.tail;
+  *to = 0;
+  return static_cast<uint32_t>(to - out);
 }
 
 uint32_t cut_length(std::string_view text, uint32_t room) {

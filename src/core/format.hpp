@@ -99,6 +99,19 @@ constexpr Piece conversion(std::string_view text) {
   return piece;
 }
 
+// Bytes that a conversion can take; texts are counted when they are known.
+constexpr uint32_t longest(const Piece& piece) {
+  switch (piece.kind) {
+    case Kind::kUnsigned: return piece.digits > 10 ? piece.digits : 10;
+    case Kind::kSigned: return piece.digits > 10 ? piece.digits + 1U : 11;
+    case Kind::kHex: return piece.digits > 8 ? piece.digits : 8;
+    case Kind::kReal: return kMaxText + 1;
+    case Kind::kText:
+    case Kind::kNone: break;
+  }
+  return 0;
+}
+
 template <typename T>
 constexpr bool accepts(Kind kind) {
   switch (kind) {
@@ -124,8 +137,9 @@ struct FormatPieces {
   static constexpr uint32_t kMaxConversions = 13;
 
   const char* text = nullptr;
-  uint8_t count = 0;  // conversions
-  uint8_t tail = 0;   // bytes after the last conversion
+  uint32_t longest = 0;  // bytes that literals and numbers can take together; a format with %f has no bound
+  uint8_t count = 0;     // conversions
+  uint8_t tail = 0;      // bytes after the last conversion
   format_detail::Piece pieces[kMaxConversions] = {};
 
   constexpr FormatPieces() = default;
@@ -140,6 +154,7 @@ struct FormatPieces {
         continue;
       }
       if (count == kMaxConversions) format_detail::format_is_too_long();
+      longest += static_cast<uint32_t>(literal) + format_detail::longest(piece);
       pieces[count] = piece;
       pieces[count].literal = static_cast<uint8_t>(literal);
       ++count;
@@ -147,6 +162,7 @@ struct FormatPieces {
       literal = 0;
     }
     tail = static_cast<uint8_t>(literal);
+    longest += tail;
   }
 };
 

@@ -15,7 +15,7 @@ namespace {
 constexpr uint32_t kRule = 75;       // a title's line
 constexpr uint32_t kTitleText = 70;  // of which a text can take this much
 
-thread_local DecodeState decode_state;
+thread_local constinit DecodeState decode_state;
 
 bool report_out_of_memory() {
   decode_state.out_of_memory = true;
