@@ -186,6 +186,9 @@ WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
 /* IPv4 (RFC 791). */
 WIRELINES_API void IpAnalyze(LineList *list, const uint8_t *data, int32_t length);
 
+/* ARP (RFC 826) or RARP (RFC 903) for Ethernet and IPv4; at least 28 bytes. */
+WIRELINES_API void ArpAnalyze(LineList *list, const uint8_t *data, int32_t length);
+
 /* ---- Checksums -------------------------------------------------------------------------------------------------- */
 
 /* The Internet checksum (RFC 1071): the one's complement of the one's-complement sum of `length` bytes as big-endian

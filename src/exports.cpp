@@ -10,6 +10,7 @@
 #include "core/labelled.hpp"
 #include "core/lines.hpp"
 #include "core/protocol_names.hpp"
+#include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
 #include "wirelines.h"
 
@@ -138,6 +139,11 @@ const char* TypeToProtocolName(uint16_t etherType) {
 void IpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
   fresh_state();
   wirelines::IpAnalyze(*list, Bytes(data, length));
+}
+
+void ArpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::ArpAnalyze(*list, Bytes(data, length));
 }
 
 uint32_t IpCheckSum(const uint8_t* data, int32_t length) {

@@ -7,6 +7,7 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
 
 namespace wirelines {
@@ -46,6 +47,8 @@ void time_line(Section& s, uint32_t time_word0, uint32_t time_word1) {
 void dispatch_type(LineList& list, uint16_t type, Bytes payload) {
   switch (type) {
     case 0x0800: IpAnalyze(list, payload); break;
+    case 0x0806:
+    case 0x8035: ArpAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }

@@ -10,6 +10,8 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipv4/icmp.hpp"
+#include "ipv4/igmp.hpp"
 #include "ipv4/transport.hpp"
 
 namespace wirelines {
@@ -85,6 +87,8 @@ void option_lines(Section& s, Bytes header, uint32_t end) {
 
 void dispatch_protocol(LineList& list, uint8_t protocol, Bytes payload, const Carrier& carrier) {
   switch (protocol) {
+    case kIcmp: IcmpAnalyze(list, payload, carrier.more_fragments); break;
+    case kIgmp: IgmpAnalyze(list, payload, carrier.more_fragments); break;
     case kTcp: TcpAnalyze(list, payload, carrier); break;
     case kUdp: UdpAnalyze(list, payload, carrier); break;
     default: remainder(list, payload); break;
