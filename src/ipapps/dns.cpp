@@ -70,8 +70,8 @@ class DomainName {
   static constexpr uint32_t kMaxSteps = 64;
   static constexpr uint32_t kMaxDepth = 32;
   static constexpr uint32_t kPointedLength = 256;  // what a pointer points at counts as this long
-  // In all, so that pointers fanning out from level to level end. No name of a station comes near: each of the 32
-  // levels may follow as many pointers as one level can.
+  // In all, so that pointers that fan out from level to level end: as many as if each level had its own 64. The names
+  // of stations follow one or two.
   static constexpr uint32_t kMaxPointers = kMaxDepth * kMaxSteps;
 
   void put_dot() { text_[length_++] = '.'; }
@@ -202,6 +202,7 @@ void DnsAnalyze(LineList& list, Bytes data) {
   Section s(list, kLayer);
   s.title(at(0, static_cast<uint32_t>(data.size()) - 1), "DNS Message");
   DspId(list, data.be16(0), s.field(at(0, 1)));
+  // Kept: operations and answers carry the name service's names, so that a status query is unknown.
   DspNsFlags(list, data.be16(2), BroadcastFlag::kHide, s.field(at(2, 3)));
   DspSectionCounts(list, data, s.field(at(4, 11)));
 

@@ -1,10 +1,10 @@
+// DNS messages.
 #pragma once
 
 #include "core/lines.hpp"
 
 namespace wirelines {
 
-// DNS, UDP port 53.
 void DnsAnalyze(LineList& list, Bytes data);
 
 }  // namespace wirelines

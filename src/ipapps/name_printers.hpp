@@ -39,7 +39,7 @@ NetBiosName DecodeNetBiosName(Bytes encoded);
 // The label and the name; no line when the name is empty.
 void DspNetBiosName(LineList& list, std::string_view label, Bytes encoded, const LineAttributes& attributes);
 
-// What a NetBIOS service carries: an SMB message, or else a data block.
+// What a NetBIOS datagram or session carries.
 void netbios_payload(LineList& list, Bytes payload);
 
 }  // namespace wirelines

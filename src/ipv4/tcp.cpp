@@ -3,6 +3,7 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipapps/nbss.hpp"
 #include "ipv4/transport.hpp"
 
 namespace wirelines {
@@ -98,7 +99,9 @@ void TcpAnalyze(LineList& list, Bytes data, const Carrier& carrier) {
   if (!s) return;
 
   advance(header_length);
-  remainder(list, data.from(header_length));
+  const Bytes segment = data.from(header_length);
+  if (source == 139 || destination == 139) return NbssAnalyze(list, segment);
+  remainder(list, segment);
 }
 
 }  // namespace wirelines

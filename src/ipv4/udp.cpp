@@ -3,6 +3,9 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipapps/dns.hpp"
+#include "ipapps/nbds.hpp"
+#include "ipapps/nbns.hpp"
 #include "ipv4/transport.hpp"
 
 namespace wirelines {
@@ -19,9 +22,9 @@ using Application = void (*)(LineList&, Bytes);
 Application application_of(uint16_t source, uint16_t destination) {
   const auto either = [&](uint16_t port) { return source == port || destination == port; };
   if (destination == 67 || destination == 68) return remainder;  // DHCP and BOOTP
-  if (either(137)) return remainder;                             // NetBIOS name service
-  if (either(53)) return remainder;                              // DNS
-  if (either(138)) return remainder;                             // NetBIOS datagram service
+  if (either(137)) return NbnsAnalyze;                           // NetBIOS name service
+  if (either(53)) return DnsAnalyze;                             // DNS
+  if (either(138)) return NbdsAnalyze;                           // NetBIOS datagram service
   if (source == 520 && destination == 520) return remainder;     // RIP
   if (either(123)) return remainder;                             // NTP
   if (either(161)) return remainder;                             // SNMP
