@@ -3,9 +3,14 @@
 #include "core/printers.hpp"
 #include "core/protocol_names.hpp"
 #include "core/section.hpp"
+#include "ipapps/dhcp.hpp"
 #include "ipapps/dns.hpp"
 #include "ipapps/nbds.hpp"
 #include "ipapps/nbns.hpp"
+#include "ipapps/rip.hpp"
+#include "ipmore/ntp.hpp"
+#include "ipmore/snmp.hpp"
+#include "ipmore/tftp.hpp"
 #include "ipv4/transport.hpp"
 
 namespace wirelines {
@@ -18,17 +23,17 @@ constexpr uint32_t kHeader = 8;
 using Application = void (*)(LineList&, Bytes);
 
 // The one place where an application over UDP is registered. The order decides, and not every test asks both sides: an
-// application that is not here, or not yet, is shown as a data block.
+// application that is not here is shown as a data block.
 Application application_of(uint16_t source, uint16_t destination) {
   const auto either = [&](uint16_t port) { return source == port || destination == port; };
-  if (destination == 67 || destination == 68) return remainder;  // DHCP and BOOTP
-  if (either(137)) return NbnsAnalyze;                           // NetBIOS name service
-  if (either(53)) return DnsAnalyze;                             // DNS
-  if (either(138)) return NbdsAnalyze;                           // NetBIOS datagram service
-  if (source == 520 && destination == 520) return remainder;     // RIP
-  if (either(123)) return remainder;                             // NTP
-  if (either(161)) return remainder;                             // SNMP
-  if (either(69)) return remainder;                              // TFTP
+  if (destination == 67 || destination == 68) return DhcpAnalyze;
+  if (either(137)) return NbnsAnalyze;
+  if (either(53)) return DnsAnalyze;
+  if (either(138)) return NbdsAnalyze;
+  if (source == 520 && destination == 520) return RipAnalyze;
+  if (either(123)) return NtpAnalyze;
+  if (either(161)) return SnmpAnalyze;
+  if (either(69)) return TftpAnalyze;
   return remainder;
 }
 
