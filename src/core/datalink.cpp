@@ -9,6 +9,7 @@
 #include "core/section.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "netware/netbios_frames.hpp"
 
 namespace wirelines {
 
@@ -19,12 +20,14 @@ constexpr Layer kDataLink = layer(12, 4, 9);
 
 constexpr uint32_t kEthernetHeader = 14;
 constexpr uint32_t kLlcHeader = 17;
+constexpr uint32_t kLlcInformationHeader = 18;  // I format: two control bytes
 constexpr uint32_t kSnapHeader = 22;
 
 constexpr uint8_t kControlUI = 3;
 
 // DSAP and SSAP.
 constexpr uint16_t kSapsIp = 0x0606;
+constexpr uint16_t kSapsNetBios = 0xF0F0;
 
 constexpr uint32_t kLeastSeconds = 0x100000;  // above it, the time word counts seconds since 1970
 
@@ -87,11 +90,16 @@ void llc_lines(LineList& list, Bytes frame) {
   if (!s || frame.size() < static_cast<int32_t>(kLlcHeader)) return;
 
   const uint16_t saps = frame.be16(14);
+  if (control % 2 == 0 && saps == kSapsNetBios) {
+    advance(kLlcInformationHeader);
+    return NetBiosSessionFrameAnalyze(list, frame.from(kLlcInformationHeader));
+  }
   advance(kLlcHeader);
   const Bytes payload = frame.from(kLlcHeader);
   if (control != kControlUI) return remainder(list, payload);
   switch (saps) {
     case kSapsIp: IpAnalyze(list, payload); break;
+    case kSapsNetBios: NetBiosNameFrameAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }
