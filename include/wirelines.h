@@ -137,7 +137,9 @@ enum {
  * date of day number timeWord1, the time of timeWord1 milliseconds).
  *
  * Returns the index in the list, counted from the first line of this decode, of the title line of the innermost layer
- * that was decoded: where a host lets its view begin. 0 when only the frame header was shown or memory ran out in it. */
+ * that was decoded: where a host lets its view begin. 0 when only the frame header was shown or memory ran out in it.
+ * A layer that was too short for its own title counts too: the line at the index is then another one, or the index is
+ * that of the line after the last. */
 WIRELINES_API uint32_t AnalyzeOutput(LineList *list, const uint8_t *frame, int32_t length, uint32_t timeWord0,
                                      uint32_t timeWord1, uint32_t charSetMode);
 
@@ -188,6 +190,10 @@ WIRELINES_API void IpAnalyze(LineList *list, const uint8_t *data, int32_t length
 
 /* ARP (RFC 826) or RARP (RFC 903) for Ethernet and IPv4; at least 28 bytes. */
 WIRELINES_API void ArpAnalyze(LineList *list, const uint8_t *data, int32_t length);
+
+/* IPX, the Internetwork Packet Exchange of NetWare, after Xerox' Internet Datagram Protocol (XSIS 028112). What the
+ * header carries is cut to the packet's own length field; a packet that claims less than its header carries nothing. */
+WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t length);
 
 /* ---- Checksums -------------------------------------------------------------------------------------------------- */
 

@@ -12,6 +12,7 @@
 #include "core/protocol_names.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "netware/ipx.hpp"
 #include "wirelines.h"
 
 namespace {
@@ -177,6 +178,11 @@ const char* NwSocketToName(uint16_t socket) {
 
 const char* IcmpTypeInfoToName(uint8_t type) {
   return wirelines::IcmpTypeInfoToName(type).data();
+}
+
+void IpxAnalyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::IpxAnalyze(*list, Bytes(data, length));
 }
 
 void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut) {

@@ -9,6 +9,7 @@
 #include "core/section.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "netware/ipx.hpp"
 #include "netware/netbios_frames.hpp"
 
 namespace wirelines {
@@ -27,6 +28,7 @@ constexpr uint8_t kControlUI = 3;
 
 // DSAP and SSAP.
 constexpr uint16_t kSapsIp = 0x0606;
+constexpr uint16_t kSapsIpx = 0xE0E0;
 constexpr uint16_t kSapsNetBios = 0xF0F0;
 
 constexpr uint32_t kLeastSeconds = 0x100000;  // above it, the time word counts seconds since 1970
@@ -52,6 +54,7 @@ void dispatch_type(LineList& list, uint16_t type, Bytes payload) {
     case 0x0800: IpAnalyze(list, payload); break;
     case 0x0806:
     case 0x8035: ArpAnalyze(list, payload); break;
+    case 0x8137: IpxAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }
@@ -64,7 +67,7 @@ void raw_8023_lines(LineList& list, Bytes frame) {
   if (!s || frame.size() < static_cast<int32_t>(kEthernetHeader)) return;
 
   advance(kEthernetHeader);
-  remainder(list, frame.from(kEthernetHeader));
+  IpxAnalyze(list, frame.from(kEthernetHeader));  // whose first bytes, 0xFFFF, made the frame a raw one
 }
 
 void llc_lines(LineList& list, Bytes frame) {
@@ -99,6 +102,7 @@ void llc_lines(LineList& list, Bytes frame) {
   if (control != kControlUI) return remainder(list, payload);
   switch (saps) {
     case kSapsIp: IpAnalyze(list, payload); break;
+    case kSapsIpx: IpxAnalyze(list, payload); break;
     case kSapsNetBios: NetBiosNameFrameAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
