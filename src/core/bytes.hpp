@@ -61,6 +61,19 @@ class Bytes {
   // The same bytes with another length, cut to the captured ones.
   [[nodiscard]] constexpr Bytes first(int32_t length) const { return part(0, length); }
 
+  // How many captured bytes lie before this view, and the view that begins `n` of them earlier and is longer by as
+  // many.
+  [[nodiscard]] constexpr uint32_t before() const { return before_; }
+  [[nodiscard]] constexpr Bytes back(uint32_t n) const {
+    n = std::min(n, before_);
+    Bytes result = *this;
+    result.data_ -= n;
+    result.before_ -= n;
+    result.captured_ += n;
+    result.size_ = static_cast<int32_t>(std::min(static_cast<int64_t>(size_) + n, int64_t{INT32_MAX}));
+    return result;
+  }
+
   // The captured bytes among the first size(), for copying, summing and comparing in bulk.
   [[nodiscard]] constexpr const uint8_t* data() const { return data_; }
   [[nodiscard]] constexpr uint32_t readable() const {
@@ -75,6 +88,7 @@ class Bytes {
     Bytes result;
     const uint32_t skipped = std::min(offset, captured_);
     result.data_ = data_ + skipped;
+    result.before_ = before_ + skipped;
     result.captured_ = captured_ - skipped;
     const auto cut = std::min(length, static_cast<int64_t>(result.captured_));
     result.size_ = static_cast<int32_t>(std::max(cut, static_cast<int64_t>(INT32_MIN)));
@@ -82,6 +96,7 @@ class Bytes {
   }
 
   const uint8_t* data_ = nullptr;
+  uint32_t before_ = 0;
   uint32_t captured_ = 0;
   int32_t size_ = 0;
 };

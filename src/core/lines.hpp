@@ -15,6 +15,7 @@ struct DecodeState {
   uint32_t lineCount = 0;      // line buffers made, and so the index of the next line
   uint32_t topLineIndex = 0;   // title of the innermost layer that marked itself
   uint32_t frameOffset = 0;    // frame offset of the layer now being decoded; every range is built on it
+  uint32_t andxDepth = 0;      // command blocks of the current SMB message so far
   bool out_of_memory = false;  // a line could not be made: the decode is over
 
   // The static texts of the interface, valid until the next call.
