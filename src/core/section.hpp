@@ -81,6 +81,10 @@ class Section {
     add_line(*list_, attributes(layer_.title, 1, range), format, args...);
   }
 
+  void heading_value(Range range, NumberFormat format, uint32_t v) {
+    add_number(*list_, attributes(layer_.title, 1, range), format, v);
+  }
+
   // A field that is not there: no bytes, no style.
   template <std::size_t N>
   void absent(const char (&text)[N]) {

@@ -10,6 +10,7 @@ namespace wirelines::smb {
 
 constexpr Layer kCommand = layer(55, 3, 2);
 constexpr uint32_t kHeaderSize = 32;
+constexpr uint32_t kAndXSize = 4;  // the next command, a reserved byte, and the offset of the next block
 
 // The 0 or 1 of one bit, shown with `format` below the field.
 struct BitRow {
@@ -77,9 +78,19 @@ class Fields {
   void detail(Format<std::type_identity_t<Args>...> format, const Args&... args) {
     section_->detail(last_, format, args...);
   }
+
+  // Taking a field and showing it as a heading with its bits below.
   template <typename Row, std::size_t N>
-  void bits(const Row (&rows)[N], uint32_t v) {
-    bit_lines(*section_, last_, std::span<const Row>(rows), v);
+  uint8_t flags8(NumberFormat format, const Row (&rows)[N]) {
+    return flagged(format, rows, u8());
+  }
+  template <typename Row, std::size_t N>
+  uint16_t flags16(NumberFormat format, const Row (&rows)[N]) {
+    return flagged(format, rows, le16());
+  }
+  template <typename Row, std::size_t N>
+  uint32_t flags32(NumberFormat format, const Row (&rows)[N]) {
+    return flagged(format, rows, le32());
   }
 
   // ---- The byte area ----
@@ -114,6 +125,12 @@ class Fields {
   template <typename T>
   T shown(NumberFormat format, T v) {
     section_->value(last_, format, v);
+    return v;
+  }
+  template <typename T, typename Row, std::size_t N>
+  T flagged(NumberFormat format, const Row (&rows)[N], T v) {
+    section_->heading_value(last_, format, v);
+    bit_lines(*section_, last_, std::span<const Row>(rows), v);
     return v;
   }
   [[nodiscard]] uint32_t left() const { return static_cast<uint32_t>(block_.size()) - offset_; }

@@ -133,8 +133,10 @@ void DspLastWrite(Fields& f) {
   f.line("[Last Write] %0.2u/%0.2u/%u %0.2u:%0.2u:%0.2u", t.month, t.day, t.year, t.hour, t.minute, t.second);
 }
 
-void DspFileType(Fields& f, uint16_t type) {
+uint16_t DspFileType(Fields& f) {
+  const uint16_t type = f.le16();
   f.line("[File Type] %u (%s)", type, kFileTypes(type));
+  return type;
 }
 
 void DspDeviceState(Fields& f, uint16_t file_type) {
@@ -154,15 +156,11 @@ void DspDeviceState(Fields& f, uint16_t file_type) {
 }
 
 void DspFileAttributes(Fields& f) {
-  const uint16_t v = f.le16();
-  f.heading("[File Attributes] 0x%0.4X", v);
-  f.bits(kDosAttributes, v);
+  f.flags16("[File Attributes] 0x%0.4X", kDosAttributes);
 }
 
 void DspExtendedFileAttributes(Fields& f) {
-  const uint32_t v = f.le32();
-  f.heading("[File Attributes] 0x%0.8X", v);
-  f.bits(kExtendedAttributes, v);
+  f.flags32("[File Attributes] 0x%0.8X", kExtendedAttributes);
 }
 
 void DspDesiredAccess(Fields& f) {
@@ -186,15 +184,11 @@ void DspOpenFunctionBits(Fields& f, uint16_t v) {
 }
 
 void DspWriteMode(Fields& f) {
-  const uint16_t v = f.le16();
-  f.heading("[Write Mode] 0x%0.4X", v);
-  f.bits(kWriteMode, v);
+  f.flags16("[Write Mode] 0x%0.4X", kWriteMode);
 }
 
 void DspCapabilities(Fields& f) {
-  const uint32_t v = f.le32();
-  f.heading("[Capabilities] 0x%0.8X", v);
-  f.bits(kCapabilities, v);
+  f.flags32("[Capabilities] 0x%0.8X", kCapabilities);
 }
 
 void DspBufferFormat(Fields& f) {

@@ -86,7 +86,7 @@ inline uint16_t DspDataOffset(Fields& f) {
 
 void DspTimeout(Fields& f);
 void DspLastWrite(Fields& f);
-void DspFileType(Fields& f, uint16_t type);
+uint16_t DspFileType(Fields& f);
 void DspDeviceState(Fields& f, uint16_t file_type);
 
 // Headings with their bit lines.
