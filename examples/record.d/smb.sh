@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154
+# shellcheck shell=bash disable=SC2016,SC2034,SC2154
 about="SMB over port 139: log on, list, read, write, rename, delete, folders, and what goes wrong"
 packages="samba samba-common-bin smbclient"
 

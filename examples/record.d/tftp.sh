@@ -1,8 +1,7 @@
-# shellcheck shell=bash disable=SC2034,SC2154
+# shellcheck shell=bash disable=SC2016,SC2034,SC2154
 about="TFTP: reads and writes with and without options, and errors"
 packages="dnsmasq-base tftpd-hpa atftp curl"
 
-# shellcheck disable=SC2016
 get() { quietly on beta sh -c 'cd "$0" && exec atftp "$@" 192.0.2.1' "$work/beta" "$@"; }
 
 sample() {
