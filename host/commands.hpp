@@ -1,0 +1,20 @@
+// The subcommands. Each stands in a file of its own and adds itself to the command line; a new one needs its file and
+// its name in the two lines below.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "output.hpp"
+
+namespace wirelines::host {
+
+// What the chosen subcommand does when the command line is understood; returns the exit code.
+using Run = std::function<int(Output&)>;
+
+using AddCommand = void(CLI::App& program, Run& run);
+
+AddCommand add_show, add_dump;
+inline constexpr AddCommand* kCommands[] = {add_show, add_dump};
+
+}  // namespace wirelines::host

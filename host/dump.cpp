@@ -1,0 +1,46 @@
+// wirelines dump: the bytes of every frame.
+#include <memory>
+
+#include "commands.hpp"
+#include "decode.hpp"
+#include "lines.hpp"
+#include "walk.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct DumpOptions {
+  InputOptions input;
+  ColorOption color;
+};
+
+int dump(const DumpOptions& options, Output& out) {
+  Lines lines;
+  LinePrinter printer(out, options.color.wanted());
+  const bool several = options.input.traces().size() > 1;
+
+  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
+    lines.dump(frame, options.input.charset);
+    printer.frame(frame, several);
+    lines.each([&printer](const DisplayLine& line) { printer.line(line); });
+  });
+  return finish(out, exit_code);
+}
+
+}  // namespace
+
+void add_dump(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("dump", "Show the bytes of frames in hexadecimal and as text");
+  auto options = std::make_shared<DumpOptions>();
+  add_input_options(*app, options->input);
+  add_utc_option(*app);
+  options->color.add(*app);
+  app->footer(
+      "Examples:\n"
+      "  wirelines dump -N 5-9 trace.pcap           the bytes of frames 5 to 9\n"
+      "  wirelines dump --charset ebcdic trace.pcap   with their text as EBCDIC");
+  app->callback([&run, options] { run = [options](Output& out) { return dump(*options, out); }; });
+}
+
+}  // namespace wirelines::host

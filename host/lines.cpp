@@ -1,0 +1,155 @@
+#include "lines.hpp"
+
+#include <cstring>
+
+namespace wirelines::host {
+
+namespace {
+
+// Middle tones of the 256-colour palette: they can be read on light and on dark ground alike.
+constexpr std::string_view kPlain = "\x1B[0m";
+constexpr std::string_view kFrameColor = "\x1B[1m";
+constexpr std::string_view kTitleColor = "\x1B[1;38;5;32m";
+constexpr std::string_view kLabelColor = "\x1B[38;5;30m";
+constexpr std::string_view kGoodColor = "\x1B[38;5;28m";
+constexpr std::string_view kBadColor = "\x1B[1;38;5;160m";
+
+constexpr std::string_view kGood = "(OK)";
+constexpr std::string_view kBad = "(NG)";
+
+constexpr std::uint32_t kHexLineCode = 63;
+
+}  // namespace
+
+void LinePrinter::frame(const Frame& frame, bool name_trace) {
+  if (trace_ != nullptr) out_.append('\n');
+  if (trace_ != frame.trace && name_trace) {
+    if (color_) out_.append(kFrameColor);
+    out_.append("Trace ");
+    for (const char c : *frame.trace) out_.append(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c);
+    if (color_) out_.append(kPlain);
+    out_.append("\n\n");
+  }
+  trace_ = frame.trace;
+
+  if (color_) out_.append(kFrameColor);
+  out_.append("Frame ");
+  out_.number(frame.number);
+  out_.append("  ");
+  time(frame);
+  out_.append("  ");
+  out_.number(frame.length);
+  out_.append(" bytes");
+  if (frame.length < frame.original_length) {
+    out_.append(" (cut at capture from ");
+    out_.number(frame.original_length);
+    out_.append(" bytes)");
+  }
+  if (color_) out_.append(kPlain);
+  out_.append('\n');
+}
+
+// Microseconds, or nanoseconds where the trace has them.
+void LinePrinter::time(const Frame& frame) {
+  if (frame.seconds != seconds_) {
+    const std::time_t seconds = frame.seconds;
+    if (localtime_r(&seconds, &broken_down_) == nullptr) broken_down_ = {};
+    seconds_ = frame.seconds;
+  }
+  const auto put = [this](int value, int width, char behind) {
+    out_.number(static_cast<std::uint64_t>(value), width);
+    out_.append(behind);
+  };
+  put(broken_down_.tm_year + 1900, 4, '-');
+  put(broken_down_.tm_mon + 1, 2, '-');
+  put(broken_down_.tm_mday, 2, ' ');
+  put(broken_down_.tm_hour, 2, ':');
+  put(broken_down_.tm_min, 2, ':');
+  put(broken_down_.tm_sec, 2, '.');
+  if (frame.nanoseconds % 1000 == 0) {
+    out_.number(frame.nanoseconds / 1000, 6);
+  } else {
+    out_.number(frame.nanoseconds, 9);
+  }
+}
+
+void LinePrinter::line(const DisplayLine& line) {
+  const std::string_view text = line.text;
+  if (!text.empty()) {
+    if (line.level <= 2) out_.blanks(std::size_t{2} * line.level);
+    if (color_) {
+      colored_line(line, text);
+    } else {
+      text_.append(out_, text);
+    }
+  }
+  out_.append('\n');
+}
+
+// A title is coloured whole; of a field the label in brackets before the value; a verdict at the end of either.
+void LinePrinter::colored_line(const DisplayLine& line, std::string_view text) {
+  if (line.level == 0) return colored(kTitleColor, text);
+  if (line.protocolCode == kHexLineCode) return text_.append(out_, text);
+
+  std::string_view verdict;
+  if (text.ends_with(kGood) || text.ends_with(kBad)) {
+    verdict = text.substr(text.size() - kGood.size());
+    text.remove_suffix(verdict.size());
+  }
+  if (line.level == 1 && text.starts_with('[')) {
+    const auto label = text.substr(0, text.find(']') + 1);
+    colored(kLabelColor, label);
+    text.remove_prefix(label.size());
+  }
+  text_.append(out_, text);
+  if (!verdict.empty()) colored(verdict == kGood ? kGoodColor : kBadColor, verdict);
+}
+
+void LinePrinter::colored(std::string_view color, std::string_view text) {
+  out_.append(color);
+  text_.append(out_, text);
+  out_.append(kPlain);
+}
+
+void raw_frame(Output& out, const Frame& frame, std::uint32_t top_line) {
+  out.append("# frame ");
+  out.number(frame.number);
+  out.append(" length ");
+  out.number(frame.length);
+  out.append(" top ");
+  out.number(top_line);
+  out.append('\n');
+}
+
+void raw_line(Output& out, const DisplayLine& line) {
+  const auto put = [&out](std::uint32_t value, char behind) {
+    out.number(value);
+    out.append(behind);
+  };
+  put(line.protocolCode, ' ');
+  put(line.level, ' ');
+  put(line.startOffset, '-');
+  put(line.endOffset, ' ');
+  put(line.styleIndex, ',');
+  put(line.styleGroup, ' ');
+  out.append('|');
+  const std::string_view text = line.text;
+  if (is_plain(text) && text.find('\\') == std::string_view::npos) {
+    out.append(text);
+  } else {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    for (const char c : text) {
+      const auto byte = static_cast<unsigned char>(c);
+      if (byte >= 0x20 && byte < 0x7F && c != '\\') {
+        out.append(c);
+      } else {
+        out.append("\\x");
+        out.append(kDigits[byte >> 4]);
+        out.append(kDigits[byte & 0x0F]);
+      }
+    }
+  }
+  out.append("|\n");
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,84 @@
+// wirelines: shows what the frames of a trace say.
+#include <sysexits.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "commands.hpp"
+#include "failure.hpp"
+#include "walk.hpp"
+
+namespace {
+
+using namespace wirelines::host;
+
+std::string command_names(const CLI::App& program) {
+  std::string names;
+  for (const auto* command : program.get_subcommands({})) names += (names.empty() ? "" : ", ") + command->get_name();
+  return names;
+}
+
+// The command line as CLI11 understands it. Returns an exit code when there is nothing to run.
+int parse(CLI::App& program, int argc, char** argv, Output& out) {
+  const std::string first = argc > 1 ? argv[1] : "";
+  if (first.empty()) {
+    complain("which subcommand?");
+    out.append(program.help());
+    finish(out, 0);
+    return EX_USAGE;
+  }
+  if (first[0] != '-' && program.get_subcommand_no_throw(first) == nullptr) {
+    complain("'" + first + "' is not a subcommand; there are: " + command_names(program) +
+             (access(first.c_str(), F_OK) == 0 ? ". To see this trace: wirelines show " + first : ""));
+    return EX_USAGE;
+  }
+  program.parse(argc, argv);
+  return 0;
+}
+
+int run_program(int argc, char** argv) {
+  Output out(STDOUT_FILENO);
+  CLI::App program("Shows what the frames of a trace say, line by line.", "wirelines");
+  program.set_version_flag("--version", "wirelines " WIRELINES_VERSION);
+  program.get_formatter()->column_width(26);
+  program.footer(
+      "wirelines SUBCOMMAND --help tells more. Exit codes: 0, 64 usage, 65 damaged trace, 66 no such\n"
+      "trace, 74 output cannot be written, 77 no permission.");
+  Run run;
+  for (auto* add_command : kCommands) add_command(program, run);
+  try {
+    if (const int exit_code = parse(program, argc, argv, out); exit_code != 0) return exit_code;
+    return run ? run(out) : EX_USAGE;
+  } catch (const CLI::CallForHelp&) {
+    const auto chosen = program.get_subcommands();
+    out.append(chosen.empty() ? program.help() : chosen[0]->help());
+    return finish(out, 0);
+  } catch (const CLI::CallForVersion& version) {
+    out.append(version.what());
+    out.append('\n');
+    return finish(out, 0);
+  } catch (const CLI::ParseError& error) {
+    const auto chosen = program.get_subcommands();
+    const std::string command = chosen.empty() ? "wirelines" : "wirelines " + chosen[0]->get_name();
+    complain(std::string(error.what()) + " (see " + command + " --help)");
+    return EX_USAGE;
+  } catch (const Failure& failure) {
+    complain(failure.what());
+    return failure.exit_code();
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is met where we write
+  try {
+    return run_program(argc, argv);
+  } catch (const std::exception& error) {  // memory is exhausted, most likely
+    complain(error.what());
+    return EX_OSERR;
+  }
+}

@@ -1,0 +1,104 @@
+#include "options.hpp"
+
+#include <unistd.h>
+#include <wirelines.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <string_view>
+#include <utility>
+
+namespace wirelines::host {
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, std::uint32_t>, 7> kCharsets = {{
+    {"ascii", WIRELINES_ASCII},
+    {"sjis", WIRELINES_SJIS},
+    {"jis", WIRELINES_JIS},
+    {"utf16", WIRELINES_UNICODE},
+    {"euc", WIRELINES_EUC},
+    {"ebcdic", WIRELINES_EBCDIC},
+    {"raw", WIRELINES_EBCDIC + 1},
+}};
+
+std::uint32_t charset(const std::string& name) {
+  std::string known;
+  for (const auto& [charset_name, mode] : kCharsets) {
+    if (charset_name == name) return mode;
+    known += (known.empty() ? "" : ", ") + std::string(charset_name);
+  }
+  throw CLI::ValidationError("--charset", "'" + name + "' is none of " + known);
+}
+
+// A variable that is set to nothing counts as not set.
+std::string_view environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+std::vector<std::string> InputOptions::traces() const {
+  auto all = read_files;
+  all.insert(all.end(), files.begin(), files.end());
+  if (!all.empty()) return all;
+  if (isatty(STDIN_FILENO) != 0) throw CLI::RequiredError("FILE: the trace to read, or - for standard input,");
+  return {"-"};
+}
+
+void add_input_options(CLI::App& app, InputOptions& options) {
+  app.add_option("FILE", options.files, "Traces: pcap or pcapng, also .gz and .zst; - is standard input")
+      ->type_name("");
+  app.add_option("-r,--read", options.read_files, "A trace, as FILE")->type_name("FILE")->allow_extra_args(false);
+  app.add_option_function<std::string>(
+         "-N,--frames",
+         [&options](const std::string& text) {
+           if (const auto wrong = options.frames.add(text); !wrong.empty()) {
+             throw CLI::ValidationError("--frames", wrong);
+           }
+         },
+         "Only these frames: 12, 5-9, 100-, or several: 3,7-9")
+      ->type_name("RANGES");
+  app.add_option("-c,--count", options.count, "At most so many frames")->type_name("COUNT")->check(CLI::PositiveNumber);
+  app.add_option_function<std::string>(
+         "--charset", [&options](const std::string& name) { options.charset = charset(name); },
+         "Text of data blocks: ascii, sjis, jis, utf16, euc, ebcdic, raw")
+      ->type_name("SET");
+  app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
+}
+
+void add_utc_option(CLI::App& app) {
+  app.add_flag_callback(
+      "--utc",
+      [] {
+        setenv("TZ", "UTC0", 1);
+        tzset();
+      },
+      "Times in UTC instead of local time");
+}
+
+void ColorOption::add(CLI::App& app) {
+  app.add_option("--color", when_, "auto, always or never")->type_name("WHEN")->check([](const std::string& when) {
+    const bool known = when == "auto" || when == "always" || when == "never";
+    return known ? "" : "'" + when + "' is none of auto, always, never";
+  });
+}
+
+bool ColorOption::wanted() const {
+  if (when_ != "auto") return when_ == "always";
+  const auto terminal = environment("TERM");
+  return isatty(STDOUT_FILENO) != 0 && environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb";
+}
+
+void add_name_options(CLI::App& app, NameOptions& options) {
+  app.add_flag("-n", options.none, "Show no names of stations, addresses, ports");
+  app.add_option("--names", options.files, "A file of names, on top of the trace's own and the user's")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+  app.add_flag("--system-names", options.system, "Also /etc/hosts, /etc/ethers and /etc/services");
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,49 @@
+// Options that several subcommands share.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "frame_range.hpp"
+
+namespace wirelines::host {
+
+// Which frames of which traces, and how they are decoded.
+struct InputOptions {
+  [[nodiscard]] std::vector<std::string> traces() const;  // what was named, or standard input
+
+  std::vector<std::string> files;
+  std::vector<std::string> read_files;  // those of -r
+  FrameRanges frames;
+  std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
+  std::uint32_t charset = 0;  // as AnalyzeOutput takes it
+  bool quiet = false;
+};
+
+void add_input_options(CLI::App& app, InputOptions& options);
+
+// --utc: takes effect at once, for the library's time line and for our own.
+void add_utc_option(CLI::App& app);
+
+// --color: whether colour is wanted on standard output.
+class ColorOption {
+ public:
+  void add(CLI::App& app);
+  [[nodiscard]] bool wanted() const;
+
+ private:
+  std::string when_ = "auto";
+};
+
+struct NameOptions {
+  std::vector<std::string> files;
+  bool none = false;
+  bool system = false;
+};
+
+void add_name_options(CLI::App& app, NameOptions& options);
+
+}  // namespace wirelines::host

@@ -1,0 +1,68 @@
+// Standard output behind one fixed buffer: nothing is allocated and nothing formatted by a library on the way of a
+// line.
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace wirelines::host {
+
+class Output {
+ public:
+  explicit Output(int fd) : fd_(fd) {}
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void append(std::string_view text) {
+    if (text.size() > buffer_.size() - used_) {
+      append_in_parts(text);
+      return;
+    }
+    std::memcpy(buffer_.data() + used_, text.data(), text.size());
+    used_ += text.size();
+  }
+
+  void append(char c) {
+    if (used_ == buffer_.size()) flush();
+    buffer_[used_++] = c;
+  }
+
+  void blanks(std::size_t count) {
+    while (count-- > 0) append(' ');
+  }
+
+  void number(std::uint64_t value) {
+    if (buffer_.size() - used_ < 20) flush();  // the longest: 18446744073709551615
+    used_ = static_cast<std::size_t>(std::to_chars(buffer_.data() + used_, buffer_.data() + buffer_.size(), value).ptr -
+                                     buffer_.data());
+  }
+
+  // `value` with zeros in front to `width` digits; at most 10.
+  void number(std::uint64_t value, int width) {
+    for (std::uint64_t limit = 10; width > 1; width--, limit *= 10) {
+      if (value < limit) append('0');
+    }
+    number(value);
+  }
+
+  // Writes what is buffered. After the first failed write everything is dropped: the work can go on or stop, and
+  // error() tells.
+  void flush();
+
+  // The errno of the write that failed, or 0.
+  [[nodiscard]] int error() const { return error_; }
+
+ private:
+  void append_in_parts(std::string_view text);
+
+  int fd_;
+  int error_ = 0;
+  std::size_t used_ = 0;
+  std::array<char, 64 * 1024> buffer_;  // not initialised: only buffer_[0, used_) is ever read
+};
+
+}  // namespace wirelines::host

@@ -1,0 +1,60 @@
+// wirelines show: every frame decoded.
+#include <memory>
+
+#include "commands.hpp"
+#include "decode.hpp"
+#include "lines.hpp"
+#include "names.hpp"
+#include "walk.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct ShowOptions {
+  InputOptions input;
+  NameOptions names;
+  ColorOption color;
+  bool raw = false;
+};
+
+int show(const ShowOptions& options, Output& out) {
+  Names names(options.names);
+  Lines lines;
+  LinePrinter printer(out, options.color.wanted());
+  const bool several = options.input.traces().size() > 1;
+  const std::string* trace = nullptr;
+
+  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
+    if (frame.trace != trace) names.use(*frame.trace);
+    trace = frame.trace;
+    const auto top_line = lines.decode(frame, options.input.charset);
+    if (options.raw) {
+      raw_frame(out, frame, top_line);
+      lines.each([&out](const DisplayLine& line) { raw_line(out, line); });
+    } else {
+      printer.frame(frame, several);
+      lines.each([&printer](const DisplayLine& line) { printer.line(line); });
+    }
+  });
+  return finish(out, exit_code);
+}
+
+}  // namespace
+
+void add_show(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("show", "Show the frames of traces, decoded line by line");
+  auto options = std::make_shared<ShowOptions>();
+  add_input_options(*app, options->input);
+  add_name_options(*app, options->names);
+  add_utc_option(*app);
+  options->color.add(*app);
+  app->add_flag("--raw", options->raw, "One line a display line: CODE LEVEL START-END STYLE |TEXT|");
+  app->footer(
+      "Examples:\n"
+      "  wirelines show -N 12 trace.pcap            frame 12\n"
+      "  tcpdump -w - -U | wirelines show -         frames as they come");
+  app->callback([&run, options] { run = [options](Output& out) { return show(*options, out); }; });
+}
+
+}  // namespace wirelines::host

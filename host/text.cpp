@@ -1,0 +1,102 @@
+#include "text.hpp"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace wirelines::host {
+
+namespace {
+
+constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";  // U+FFFD
+
+const auto kNoConverter = reinterpret_cast<iconv_t>(-1);  // as iconv_open says it
+
+constexpr bool plain(unsigned char byte) {
+  return byte >= 0x20 && byte < 0x7F;
+}
+
+constexpr bool lead(unsigned char byte) {
+  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+void append_picture(Output& out, unsigned char control) {
+  const char picture[] = {'\xE2', '\x90', static_cast<char>(0x80 + (control == 0x7F ? 0x21 : control))};
+  out.append(std::string_view(picture, sizeof picture));
+}
+
+// What a conversion must not let through: C1 controls (U+0080 to U+009F) and anything below them.
+bool control(std::string_view utf8) {
+  const auto first = static_cast<unsigned char>(utf8[0]);
+  return utf8.size() == 1 ? !plain(first) : first == 0xC2 && static_cast<unsigned char>(utf8[1]) < 0xA0;
+}
+
+}  // namespace
+
+// Eight bytes at a time: nearly all lines are plain, and every line comes this way.
+bool is_plain(std::string_view bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  constexpr std::uint64_t kHigh = 0x80 * kOnes;
+  while (bytes.size() >= sizeof(std::uint64_t)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), sizeof word);
+    // The high bit of a byte is set when it is above 0x7E or set already, and in the second term when it is below
+    // 0x20; a borrow into the next byte can only come from a byte that is found anyway.
+    if ((((word + kOnes) | word | (word - 0x20 * kOnes)) & kHigh) != 0) return false;
+    bytes.remove_prefix(sizeof word);
+  }
+  for (const char c : bytes) {
+    if (!plain(static_cast<unsigned char>(c))) return false;
+  }
+  return true;
+}
+
+Text::Text() : converter_(iconv_open("UTF-8", "CP932")) {}
+
+Text::~Text() {
+  if (converter_ != kNoConverter) iconv_close(converter_);
+}
+
+void Text::append(Output& out, std::string_view bytes) {
+  if (is_plain(bytes)) {
+    out.append(bytes);
+    return;
+  }
+  while (!bytes.empty()) {
+    const auto byte = static_cast<unsigned char>(bytes[0]);
+    std::size_t used = 1;
+    if (plain(byte)) {
+      out.append(bytes[0]);
+    } else if (byte < 0x80) {
+      append_picture(out, byte);
+    } else {
+      used = append_character(out, bytes);
+    }
+    bytes.remove_prefix(used);
+  }
+}
+
+// One character that is not ASCII; returns the bytes it took. A lead byte whose pair is no character is bad alone: the
+// byte behind it is looked at again, so that a broken pair hides nothing.
+std::size_t Text::append_character(Output& out, std::string_view bytes) {
+  const std::size_t size = lead(static_cast<unsigned char>(bytes[0])) ? 2 : 1;
+  if (converter_ != kNoConverter && size <= bytes.size()) {
+    std::array<char, 2> in{bytes[0], size == 2 ? bytes[1] : '\0'};
+    std::array<char, 8> utf8{};
+    char* from = in.data();
+    char* to = utf8.data();
+    std::size_t from_left = size;
+    std::size_t to_left = utf8.size();
+    const auto result = iconv(converter_, &from, &from_left, &to, &to_left);
+    const std::string_view character(utf8.data(), utf8.size() - to_left);
+    if (result != static_cast<std::size_t>(-1) && !character.empty() && !control(character)) {
+      out.append(character);
+      return size;
+    }
+    iconv(converter_, nullptr, nullptr, nullptr, nullptr);
+  }
+  out.append(kNoCharacter);
+  return 1;
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,33 @@
+// From the bytes of a line to text that a terminal may see.
+#pragma once
+
+#include <iconv.h>
+
+#include <string_view>
+
+#include "output.hpp"
+
+namespace wirelines::host {
+
+// Writes code page 932 bytes as UTF-8. No control character ever gets through: a control byte (below 0x20, 0x7F) is
+// shown by its picture, U+2400 to U+2421, so that it can still be told from others; a byte that is no character
+// (0x80 and the rest of what code page 932 leaves free) as U+FFFD.
+class Text {
+ public:
+  Text();
+  ~Text();
+  Text(const Text&) = delete;
+  Text& operator=(const Text&) = delete;
+
+  void append(Output& out, std::string_view bytes);
+
+ private:
+  std::size_t append_character(Output& out, std::string_view bytes);
+
+  iconv_t converter_;
+};
+
+// Whether every byte is printable ASCII.
+bool is_plain(std::string_view bytes);
+
+}  // namespace wirelines::host

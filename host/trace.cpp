@@ -1,0 +1,106 @@
+#include "trace.hpp"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+namespace wirelines::host {
+
+namespace {
+
+constexpr std::string_view kStandardInput = "-";
+
+// Standard input is handed on as it is: it may be a pipe, a file or a terminal.
+int open_trace(const std::string& name) {
+  if (name == kStandardInput) return STDIN_FILENO;
+  const int fd = open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd >= 0) return fd;
+  const int error = errno;
+  if (error == EACCES || error == EPERM) {
+    throw Failure(EX_NOPERM,
+                  name + ": no permission to read it; its owner or root can grant it: chmod a+r '" + name + "'");
+  }
+  throw Failure(EX_NOINPUT, name + ": cannot be opened: " + error_text(error));
+}
+
+ssize_t read_stream(void* stream, char* to, std::size_t size) {
+  return static_cast<ssize_t>(static_cast<Stream*>(stream)->read(to, size));
+}
+
+}  // namespace
+
+Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function<void()> before_wait)
+    : name_(name), frames_before_(frames_before), number_(frames_before) {
+  const int fd = open_trace(name);
+  stream_ = std::make_unique<Stream>(fd, std::move(before_wait));
+  struct stat status {};
+  if (fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
+    throw Failure(EX_NOINPUT, shown_name() + ": is a directory; name the traces in it");
+  }
+  const bool empty = stream_->empty();
+  if (!stream_->problem().empty()) throw Failure(EX_DATAERR, shown_name() + ": " + stream_->problem());
+  if (empty) throw Failure(EX_DATAERR, shown_name() + ": is empty");
+
+  FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, nullptr, nullptr});
+  if (file == nullptr) throw std::bad_alloc();
+  setvbuf(file, nullptr, _IONBF, 0);  // Stream has the buffer; so its offset is where libpcap is
+
+  std::array<char, PCAP_ERRBUF_SIZE> error{};
+  pcap_.reset(pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_NANO, error.data()));
+  if (!pcap_) {
+    std::fclose(file);
+    const auto reason = stream_->problem().empty() ? std::string(error.data()) : stream_->problem();
+    throw Failure(EX_DATAERR, shown_name() + ": is not a pcap or pcapng trace (" + reason + ")");
+  }
+  if (const int type = pcap_datalink(pcap_.get()); type != DLT_EN10MB) {
+    const char* type_name = pcap_datalink_val_to_name(type);
+    const char* description = pcap_datalink_val_to_description(type);
+    throw Failure(EX_DATAERR, shown_name() + ": link type " +
+                                  (type_name != nullptr ? type_name : std::to_string(type)) +
+                                  (description != nullptr ? " (" + std::string(description) + ")" : "") +
+                                  " is not Ethernet; only Ethernet frames can be decoded. Capture on an Ethernet "
+                                  "interface (not on \"any\")");
+  }
+}
+
+bool Trace::next(Frame& frame) {
+  const auto offset = stream_->offset();
+  pcap_pkthdr* header = nullptr;
+  const u_char* data = nullptr;
+  const int result = pcap_next_ex(pcap_.get(), &header, &data);
+  if (result != 1) {
+    // A stream that breaks off looks like a cut or a finished file to libpcap; only the stream knows why.
+    if (!stream_->problem().empty()) throw damaged(stream_->problem(), offset);
+    if (result != PCAP_ERROR_BREAK) throw damaged(pcap_geterr(pcap_.get()), offset);
+    return false;
+  }
+  frame = {.number = ++number_,
+           .trace = &name_,
+           .data = data,
+           .length = header->caplen,
+           .original_length = header->len,
+           .seconds = header->ts.tv_sec,
+           .nanoseconds = static_cast<std::uint32_t>(header->ts.tv_usec),  // libpcap was asked for nanoseconds
+           .offset = offset};
+  return true;
+}
+
+Failure Trace::damaged(const std::string& reason, std::uint64_t offset) const {
+  const auto whole = number_ - frames_before_;
+  return {EX_DATAERR,
+          shown_name() + ": broken at frame " + std::to_string(number_ + 1) + ", offset " + std::to_string(offset) +
+              (stream_->compressed() ? " of the decompressed data" : "") + ": " + reason + ". " +
+              (whole == 0 ? "No frame could be read" : "Its first " + std::to_string(whole) + " frame(s) were read") +
+              "; copy the file again, or record it again"};
+}
+
+std::string Trace::shown_name() const {
+  return name_ == kStandardInput ? "standard input" : name_;
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,21 @@
+// The way through the traces of a command line.
+#pragma once
+
+#include <functional>
+
+#include "options.hpp"
+#include "output.hpp"
+#include "trace.hpp"
+
+namespace wirelines::host {
+
+// Calls `visit` for each frame that the options choose, in the order of the traces, and stops when none can follow or
+// nothing can be written any more. Troubles with traces are told to the user as they are met; what can be read is read.
+// Returns the exit code of the first trouble, or 0.
+int walk(const InputOptions& options, Output& out, const std::function<void(const Frame&)>& visit);
+
+// Writes the rest of the output. Returns `exit_code`, or EX_IOERR when the output could not be written and that was not
+// because its reader has gone.
+int finish(Output& out, int exit_code);
+
+}  // namespace wirelines::host
