@@ -20,6 +20,13 @@ void complain(std::string_view message) {
   [[maybe_unused]] const auto written = write(STDERR_FILENO, line.data(), line.size());
 }
 
+std::string in_quotes(std::string_view text) {
+  std::string result(1, '\'');
+  result.append(text);
+  result.push_back('\'');
+  return result;
+}
+
 std::string error_text(int error) {
   return std::generic_category().message(error);
 }

@@ -23,6 +23,9 @@ class Failure : public std::runtime_error {
 // message: control characters are shown as '?'.
 void complain(std::string_view message);
 
+// 'TEXT', for messages.
+std::string in_quotes(std::string_view text);
+
 // The message of an errno value.
 std::string error_text(int error);
 

@@ -5,6 +5,8 @@
 #include <limits>
 #include <optional>
 
+#include "failure.hpp"
+
 namespace wirelines::host {
 
 namespace {
@@ -36,9 +38,9 @@ std::string FrameRanges::add(std::string_view text) {
       last = rest.empty() ? kNoLast : frame_number(rest);
     }
     if (!first || !last) {
-      return "'" + std::string(item) + "' is not a choice of frames; write 12, 5-9, 100- or several with commas";
+      return in_quotes(item) + " is not a choice of frames; write 12, 5-9, 100- or several with commas";
     }
-    if (*last < *first) return "'" + std::string(item) + "' ends before it begins";
+    if (*last < *first) return in_quotes(item) + " ends before it begins";
     added.push_back({*first, *last});
   }
   for (const auto& range : added) last_ = std::max(last_, range.last);

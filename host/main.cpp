@@ -15,24 +15,27 @@ namespace {
 
 using namespace wirelines::host;
 
-std::string command_names(const CLI::App& program) {
-  std::string names;
-  for (const auto* command : program.get_subcommands({})) names += (names.empty() ? "" : ", ") + command->get_name();
-  return names;
+// Empty when `name` is a subcommand, otherwise what is wrong.
+std::string not_a_command(CLI::App& program, const std::string& name) {
+  std::string known;
+  for (const auto* command : program.get_subcommands([](CLI::App*) { return true; })) {
+    if (command->get_name() == name) return "";
+    known += (known.empty() ? "" : ", ") + command->get_name();
+  }
+  return in_quotes(name) + " is not a subcommand; there are: " + known +
+         (access(name.c_str(), F_OK) == 0 ? ". To see that trace: wirelines show " + name : "");
 }
 
 // The command line as CLI11 understands it. Returns an exit code when there is nothing to run.
 int parse(CLI::App& program, int argc, char** argv, Output& out) {
   const std::string first = argc > 1 ? argv[1] : "";
   if (first.empty()) {
-    complain("which subcommand?");
     out.append(program.help());
     finish(out, 0);
     return EX_USAGE;
   }
-  if (first[0] != '-' && program.get_subcommand_no_throw(first) == nullptr) {
-    complain("'" + first + "' is not a subcommand; there are: " + command_names(program) +
-             (access(first.c_str(), F_OK) == 0 ? ". To see this trace: wirelines show " + first : ""));
+  if (const auto wrong = first[0] == '-' ? "" : not_a_command(program, first); !wrong.empty()) {
+    complain(wrong);
     return EX_USAGE;
   }
   program.parse(argc, argv);
@@ -53,8 +56,7 @@ int run_program(int argc, char** argv) {
     if (const int exit_code = parse(program, argc, argv, out); exit_code != 0) return exit_code;
     return run ? run(out) : EX_USAGE;
   } catch (const CLI::CallForHelp&) {
-    const auto chosen = program.get_subcommands();
-    out.append(chosen.empty() ? program.help() : chosen[0]->help());
+    out.append(program.help());  // that of the subcommand when one was chosen
     return finish(out, 0);
   } catch (const CLI::CallForVersion& version) {
     out.append(version.what());

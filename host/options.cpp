@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 
+#include "failure.hpp"
+
 namespace wirelines::host {
 
 namespace {
@@ -30,7 +32,7 @@ std::uint32_t charset(const std::string& name) {
     if (charset_name == name) return mode;
     known += (known.empty() ? "" : ", ") + std::string(charset_name);
   }
-  throw CLI::ValidationError("--charset", "'" + name + "' is none of " + known);
+  throw CLI::ValidationError("--charset", in_quotes(name) + " is none of " + known);
 }
 
 // A variable that is set to nothing counts as not set.
@@ -62,7 +64,11 @@ void add_input_options(CLI::App& app, InputOptions& options) {
          },
          "Only these frames: 12, 5-9, 100-, or several: 3,7-9")
       ->type_name("RANGES");
-  app.add_option("-c,--count", options.count, "At most so many frames")->type_name("COUNT")->check(CLI::PositiveNumber);
+  app.add_option("-c,--count", options.count, "At most so many frames")
+      ->type_name("COUNT")
+      ->check([](const std::string& count) {
+        return count == "0" ? std::string("at least one frame must be wanted") : std::string();
+      });
   app.add_option_function<std::string>(
          "--charset", [&options](const std::string& name) { options.charset = charset(name); },
          "Text of data blocks: ascii, sjis, jis, utf16, euc, ebcdic, raw")
@@ -83,7 +89,7 @@ void add_utc_option(CLI::App& app) {
 void ColorOption::add(CLI::App& app) {
   app.add_option("--color", when_, "auto, always or never")->type_name("WHEN")->check([](const std::string& when) {
     const bool known = when == "auto" || when == "always" || when == "never";
-    return known ? "" : "'" + when + "' is none of auto, always, never";
+    return known ? "" : in_quotes(when) + " is none of auto, always, never";
   });
 }
 

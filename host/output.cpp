@@ -10,8 +10,8 @@ namespace wirelines::host {
 
 void Output::flush() {
   const char* from = buffer_.data();
-  std::size_t left = used_;
-  used_ = 0;
+  auto left = static_cast<std::size_t>(next_ - from);
+  next_ = buffer_.data();
   while (left > 0 && error_ == 0) {
     const auto written = write(fd_, from, left);
     if (written >= 0) {
@@ -28,10 +28,9 @@ void Output::flush() {
 
 void Output::append_in_parts(std::string_view text) {
   while (!text.empty()) {
-    if (used_ == buffer_.size()) flush();
-    const auto part = text.substr(0, buffer_.size() - used_);
-    std::copy(part.begin(), part.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(used_));
-    used_ += part.size();
+    if (room() == 0) flush();
+    const auto part = text.substr(0, room());
+    next_ = std::copy(part.begin(), part.end(), next_);
     text.remove_prefix(part.size());
   }
 }

@@ -18,17 +18,17 @@ class Output {
   Output& operator=(const Output&) = delete;
 
   void append(std::string_view text) {
-    if (text.size() > buffer_.size() - used_) {
+    if (text.size() > room()) {
       append_in_parts(text);
       return;
     }
-    std::memcpy(buffer_.data() + used_, text.data(), text.size());
-    used_ += text.size();
+    std::memcpy(next_, text.data(), text.size());
+    next_ += text.size();
   }
 
   void append(char c) {
-    if (used_ == buffer_.size()) flush();
-    buffer_[used_++] = c;
+    if (room() == 0) flush();
+    *next_++ = c;
   }
 
   void blanks(std::size_t count) {
@@ -36,9 +36,8 @@ class Output {
   }
 
   void number(std::uint64_t value) {
-    if (buffer_.size() - used_ < 20) flush();  // the longest: 18446744073709551615
-    used_ = static_cast<std::size_t>(std::to_chars(buffer_.data() + used_, buffer_.data() + buffer_.size(), value).ptr -
-                                     buffer_.data());
+    if (room() < 20) flush();  // the longest: 18446744073709551615
+    next_ = std::to_chars(next_, next_ + 20, value).ptr;
   }
 
   // `value` with zeros in front to `width` digits; at most 10.
@@ -57,12 +56,13 @@ class Output {
   [[nodiscard]] int error() const { return error_; }
 
  private:
+  [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(buffer_.data() + buffer_.size() - next_); }
   void append_in_parts(std::string_view text);
 
   int fd_;
   int error_ = 0;
-  std::size_t used_ = 0;
-  std::array<char, 64 * 1024> buffer_;  // not initialised: only buffer_[0, used_) is ever read
+  std::array<char, 64 * 1024> buffer_;  // not initialised: only what lies before next_ is ever read
+  char* next_ = buffer_.data();
 };
 
 }  // namespace wirelines::host

@@ -23,7 +23,7 @@ int open_trace(const std::string& name) {
   const int error = errno;
   if (error == EACCES || error == EPERM) {
     throw Failure(EX_NOPERM,
-                  name + ": no permission to read it; its owner or root can grant it: chmod a+r '" + name + "'");
+                  name + ": no permission to read it; its owner or root can grant it: chmod a+r " + in_quotes(name));
   }
   throw Failure(EX_NOINPUT, name + ": cannot be opened: " + error_text(error));
 }
@@ -42,9 +42,10 @@ Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function
   if (fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
     throw Failure(EX_NOINPUT, shown_name() + ": is a directory; name the traces in it");
   }
-  const bool empty = stream_->empty();
-  if (!stream_->problem().empty()) throw Failure(EX_DATAERR, shown_name() + ": " + stream_->problem());
-  if (empty) throw Failure(EX_DATAERR, shown_name() + ": is empty");
+  if (stream_->empty()) {
+    const auto& problem = stream_->problem();
+    throw Failure(EX_DATAERR, shown_name() + ": " + (problem.empty() ? "is empty" : problem));
+  }
 
   FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, nullptr, nullptr});
   if (file == nullptr) throw std::bad_alloc();
@@ -79,12 +80,14 @@ bool Trace::next(Frame& frame) {
     if (result != PCAP_ERROR_BREAK) throw damaged(pcap_geterr(pcap_.get()), offset);
     return false;
   }
+  // libpcap takes the 32 bits of a pcap file as signed; no frame was captured before 1970.
+  const std::int64_t seconds = header->ts.tv_sec;
   frame = {.number = ++number_,
            .trace = &name_,
            .data = data,
            .length = header->caplen,
            .original_length = header->len,
-           .seconds = header->ts.tv_sec,
+           .seconds = seconds < 0 ? static_cast<std::uint32_t>(seconds) : seconds,
            .nanoseconds = static_cast<std::uint32_t>(header->ts.tv_usec),  // libpcap was asked for nanoseconds
            .offset = offset};
   return true;

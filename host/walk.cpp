@@ -91,7 +91,7 @@ int walk(const InputOptions& options, Output& out, const std::function<void(cons
       }
     }
     if (shown == 0 && troubles.exit_code() == 0 && !options.quiet) {
-      complain(read == 0 ? "no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");
+      complain(read == 0 ? "there are no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");
     }
   }
   SetErrMessageHandler(nullptr, nullptr);
