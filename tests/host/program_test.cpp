@@ -3,8 +3,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <array>
-#include <vector>
+#include <cstring>
 
 #include "files.hpp"
 
@@ -88,5 +87,145 @@ TEST_F(Program, dumps) {
             "Frame 1  2024-05-01 10:00:00.123456  15 bytes\n"
             "0000  01 02 03 04 05 06 0A 0B - 0C 0D 0E 0F 88 B5 61     ..............a\n");
 }
+
+// What the options choose and change: the first lines, the last, or the numbers of the frames that are shown.
+TEST_F(Program, options) {
+  folder_.file("trace.pcap.names", "station 0A0B0C0D0E0F sidecar\nstation 010203040506 target\n");
+  folder_.file("names", "station 0A0B0C0D0E0F given\n");
+  std::filesystem::create_directories(folder_.path("config/wirelines"));
+  folder_.file("config/wirelines/names", "station 0A0B0C0D0E0F mine\nstation 010203040506 mine\ntype 88B5 local\n");
+  folder_.file("plain.pcap", contents(trace_));
+  const std::string numbers = " | grep -o '^Frame [0-9]*' | tr -dc '0-9'";
+  const std::string source = " | grep -m1 'Source'";
+  const struct {
+    const char* what;
+    std::string command, out;
+  } kCases[] = {
+      {"all frames", "$W show $T" + numbers, "123"},
+      {"a range", "$W show -N 2- $T" + numbers, "23"},
+      {"ranges", "$W show --frames 3,1 $T" + numbers, "13"},
+      {"a count", "$W show -c 2 $T" + numbers, "12"},
+      {"a count of a range", "$W dump -N 2- -c 1 $T" + numbers, "2"},
+      {"numbers count on", "$W show -N 3-5 $T $T $T" + numbers, "345"},
+      {"-r and FILE", "$W dump -r $T -c 4 $T" + numbers, "1234"},
+      {"standard input", "$W show - < $T" + numbers, "123"},
+      {"standard input, unnamed", "$W dump < $T" + numbers, "123"},
+      {"gzip from a pipe", "gzip -c $T | $W dump -" + numbers, "123"},
+      {"reading stops before damage", "head -c 90 $T | $W show -N 1" + numbers, "1"},
+      {"several traces are named", "$W show -N 1,4 trace.pcap plain.pcap | grep ^Trace",
+       "Trace trace.pcap\nTrace plain.pcap\n"},
+      {"the sidecar's names win over the user's", "$W show $T" + source, "  [Source Address] 0A0B0C0D0E0F (sidecar)\n"},
+      {"--names wins", "$W show --names names $T" + source, "  [Source Address] 0A0B0C0D0E0F (given)\n"},
+      {"names of the user", "$W show $T | grep -m1 Protocol", "  [Protocol Type] 0x88B5 (local)\n"},
+      {"each trace has its own names", "$W show -N 3,6 plain.pcap trace.pcap | grep Source",
+       "  [Source Address] 0A0B0C0D0E0F (mine)\n  [Source Address] 0A0B0C0D0E0F (sidecar)\n"},
+      {"no names", "$W show -n --names names $T" + source, "  [Source Address] 0A0B0C0D0E0F \n"},
+      {"a character set", "$W show -N 2 --charset sjis $T | tail -n 1",
+       "  0000  B6 B6 20  0  0  0  0  0                            ｶｶ\n"},
+      {"colour when asked for", "$W show -N 1 --color always $T | head -n 3 | tr '\\33' '^'",
+       "^[1mFrame 1  2024-05-01 19:00:00.123456  15 bytes^[0m\n"
+       "^[1;38;5;32m--- MAC [0A0B0C0D0E0F] --> [010203040506] ---------------------------------^[0m\n"
+       "  ^[38;5;30m[Time]^[0m 05/01/2024 19:00:00.123456\n"},
+      {"no colour into a pipe", "$W show $T | grep -c $'\\33'", "0\n"},
+      {"help", "$W show --help | grep -c -e --frames -e 'Usage: wirelines show'", "2\n"},
+      {"version", "$W --version | grep -c '^wirelines [0-9]'", "1\n"},
+  };
+  for (const auto& c : kCases) {
+    const auto result = run(c.command);
+    EXPECT_EQ(result.out, c.out) << c.what;
+    EXPECT_EQ(result.err, "") << c.what;
+  }
+}
+
+TEST_F(Program, exit_codes_and_messages) {
+  folder_.file("cut.pcap", contents(trace_).substr(0, 100));
+  folder_.file("none.pcap", pcap_header());
+  folder_.file("bad.names", "station 010203040506 fine\nhouse 1 two\n");
+  folder_.file("\x1B[31m.pcap", "x");
+  const struct {
+    const char* command;
+    int exit_code;
+    const char* err;  // its beginning
+  } kCases[] = {
+      {"$W show $T", 0, ""},
+      {"$W show $T | head -n 1; exit ${PIPESTATUS[0]}", 0, ""},
+      {"$W show $T $T $T $T $T $T $T $T | true; exit ${PIPESTATUS[0]}", 0, ""},
+      {"$W", 64, ""},
+      {"$W shw $T", 64, "wirelines: 'shw' is not a subcommand; there are: show, dump\n"},
+      {"$W trace.pcap", 64, "wirelines: 'trace.pcap' is not a subcommand; there are: show, dump. To see that trace: "},
+      {"$W show --colour $T", 64, "wirelines: The following argument was not expected: --colour"},
+      {"$W show -N 5-3 $T", 64, "wirelines: --frames: '5-3' ends before it begins"},
+      {"$W show -N", 64, "wirelines: --frames"},
+      {"$W show -c 0 $T", 64, "wirelines: --count"},
+      {"$W show -c x $T", 64, "wirelines: "},
+      {"$W show --charset latin1 $T", 64, "wirelines: --charset: 'latin1' is none of ascii, sjis, jis, utf16, euc, "},
+      {"$W show --color=red $T", 64, "wirelines: --color: 'red' is none of auto, always, never"},
+      {"$W show cut.pcap", 65, "wirelines: cut.pcap: broken at frame 3, offset 86: truncated"},
+      {"$W show - < cut.pcap", 65, "wirelines: standard input: broken at frame 3, offset 86: truncated"},
+      {"$W show /dev/null", 65, "wirelines: /dev/null: is empty\n"},
+      {"$W show command", 65, "wirelines: command: is not a pcap or pcapng trace"},
+      {"$W show $'\\e[31m.pcap'", 65, "wirelines: ?[31m.pcap: is not"},
+      {"$W dump nowhere", 66, "wirelines: nowhere: cannot be opened: No such file or directory\n"},
+      {"$W dump .", 66, "wirelines: .: is a directory"},
+      {"$W show --names nowhere $T", 66, "wirelines: nowhere: cannot be read: No such file or directory\n"},
+      {"$W show $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W --help > /dev/full", 74, "wirelines: the output cannot be written"},
+      {"$W show nowhere $T cut.pcap", 66,
+       "wirelines: nowhere: cannot be opened: No such file or directory\nwirelines: cut"},
+      {"$W show -N 4- $T", 0, "wirelines: none of the 3 frame(s) was chosen\n"},
+      {"$W show -q -N 4- $T", 0, ""},
+      {"$W show none.pcap", 0, "wirelines: there are no frames\n"},
+      {"$W show --names bad.names $T", 0, "wirelines: bad.names:2: "},
+  };
+  for (const auto& c : kCases) {
+    const auto result = run(c.command);
+    EXPECT_EQ(result.exit_code, c.exit_code) << c.command << "\n" << result.err;
+    EXPECT_EQ(result.err.substr(0, std::strlen(c.err)), c.err) << c.command;
+    EXPECT_EQ(result.err.empty(), *c.err == '\0') << c.command << "\n" << result.err;
+  }
+  EXPECT_EQ(run("$W show cut.pcap nowhere $T 2>/dev/null | grep -c '^Frame'").out, "5\n") << "what can be read is read";
+}
+
+TEST_F(Program, no_permission) {
+  if (geteuid() == 0) GTEST_SKIP() << "root may read everything";
+  const auto result = run("chmod 0 $T; $W show trace.pcap");
+  EXPECT_EQ(result.exit_code, 77);
+  EXPECT_EQ(result.err,
+            "wirelines: trace.pcap: no permission to read it; its owner or root can grant it: "
+            "chmod a+r 'trace.pcap'\n");
+}
+
+// A frame is shown as soon as it is there, not when a buffer is full.
+TEST_F(Program, shows_frames_as_they_come) {
+  const auto result = run(R"(
+    mkfifo pipe seen; $W show - < pipe > seen & exec 5> pipe 6< seen
+    head -c 55 $T >&5; read -t 10 -r line <&6; echo "$line"
+    exec 5>&-; cat <&6 > rest; wait)");
+  EXPECT_EQ(result.out, "Frame 1  2024-05-01 19:00:00.123456  15 bytes\n");
+}
+
+// Every trace at hand: each frame once, nothing but printable ASCII, and the same again in the readable form.
+TEST_F(Program, real_traces) {
+  const std::filesystem::path captures = SOURCE_DIR "/../shared/captures";
+  if (!std::filesystem::is_directory(captures)) GTEST_SKIP() << "no folder of traces";
+  for (const auto& entry : std::filesystem::directory_iterator(captures)) {
+    if (entry.path().extension() != ".pcap") continue;
+    trace_ = entry.path();
+    const auto raw = run("$W show --raw $T");
+    const bool refused =
+        raw.err.find("is not Ethernet") != std::string::npos || raw.err.find("broken at frame") != std::string::npos;
+    EXPECT_EQ(raw.exit_code, refused ? 65 : 0) << trace_ << raw.err;
+    EXPECT_TRUE(std::all_of(raw.out.begin(), raw.out.end(), [](char c) {
+      return c == '\n' || (c >= 0x20 && c < 0x7F);
+    })) << trace_;
+    const std::string count = " | grep -ac '^Frame '";
+    const auto frames = std::stoi("0" + run("$W show --raw $T | grep -c '^# frame '").out);
+    EXPECT_EQ(std::stoi("0" + run("$W show $T" + count).out), frames) << trace_;
+    EXPECT_EQ(std::stoi("0" + run("$W dump $T" + count).out), frames) << trace_;
+    EXPECT_TRUE(frames > 0 || refused) << trace_;
+    EXPECT_EQ(run("$W show $T | tr -d '\\n' | grep -aPc '[\\x00-\\x1F\\x7F]'").out, "0\n") << trace_;
+  }
+}
+
 }  // namespace
 }  // namespace wirelines::host
