@@ -8,12 +8,12 @@ namespace wirelines::host {
 
 void complain(std::string_view message) {
   std::string line = "wirelines: ";
-  line.append(message);
-  for (std::size_t i = 0; i < line.size(); i++) {
-    const auto byte = static_cast<unsigned char>(line[i]);
-    const auto next = static_cast<unsigned char>(i + 1 < line.size() ? line[i + 1] : 0);
-    if (byte < 0x20 || byte == 0x7F) line[i] = '?';
-    if (byte == 0xC2 && next >= 0x80 && next < 0xA0) line.replace(i, 2, "?");  // a C1 control in UTF-8
+  unsigned char before = 0;
+  for (const char c : message) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool c1 = before == 0xC2 && byte >= 0x80 && byte < 0xA0;  // a C1 control in UTF-8
+    line.push_back(byte < 0x20 || byte == 0x7F || c1 ? '?' : c);
+    before = byte;
   }
   line.push_back('\n');
   // Nobody is left to be told when standard error itself cannot be written.

@@ -76,7 +76,7 @@ int run_program(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is met where we write
+  (void)std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is met where we write
   try {
     return run_program(argc, argv);
   } catch (const std::exception& error) {  // memory is exhausted, most likely

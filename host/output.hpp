@@ -61,7 +61,7 @@ class Output {
 
   int fd_;
   int error_ = 0;
-  std::array<char, 64 * 1024> buffer_;  // not initialised: only what lies before next_ is ever read
+  std::array<char, 65536> buffer_;  // not initialised: only what lies before next_ is ever read
   char* next_ = buffer_.data();
 };
 

@@ -62,8 +62,8 @@ class Stream {
 
   std::string_view file_bytes_;  // read from the file and not used yet
   std::string_view bytes_;       // ready to be taken
-  std::array<char, 128 * 1024> file_buffer_;
-  std::array<char, 128 * 1024> buffer_;  // decompressed
+  std::array<char, 131072> file_buffer_;
+  std::array<char, 131072> buffer_;  // decompressed
 };
 
 }  // namespace wirelines::host

@@ -1,5 +1,6 @@
 #include "text.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -9,8 +10,6 @@ namespace wirelines::host {
 namespace {
 
 constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";  // U+FFFD
-
-const auto kNoConverter = reinterpret_cast<iconv_t>(-1);  // as iconv_open says it
 
 constexpr bool plain(unsigned char byte) {
   return byte >= 0x20 && byte < 0x7F;
@@ -45,16 +44,14 @@ bool is_plain(std::string_view bytes) {
     if ((((word + kOnes) | word | (word - 0x20 * kOnes)) & kHigh) != 0) return false;
     bytes.remove_prefix(sizeof word);
   }
-  for (const char c : bytes) {
-    if (!plain(static_cast<unsigned char>(c))) return false;
-  }
-  return true;
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return plain(static_cast<unsigned char>(c)); });
 }
 
+// A system without this conversion gives a converter that refuses every character; it may be closed all the same.
 Text::Text() : converter_(iconv_open("UTF-8", "CP932")) {}
 
 Text::~Text() {
-  if (converter_ != kNoConverter) iconv_close(converter_);
+  iconv_close(converter_);
 }
 
 void Text::append(Output& out, std::string_view bytes) {
@@ -80,7 +77,7 @@ void Text::append(Output& out, std::string_view bytes) {
 // byte behind it is looked at again, so that a broken pair hides nothing.
 std::size_t Text::append_character(Output& out, std::string_view bytes) {
   const std::size_t size = lead(static_cast<unsigned char>(bytes[0])) ? 2 : 1;
-  if (converter_ != kNoConverter && size <= bytes.size()) {
+  if (size <= bytes.size()) {
     std::array<char, 2> in{bytes[0], size == 2 ? bytes[1] : '\0'};
     std::array<char, 8> utf8{};
     char* from = in.data();

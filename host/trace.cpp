@@ -49,12 +49,12 @@ Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function
 
   FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, nullptr, nullptr});
   if (file == nullptr) throw std::bad_alloc();
-  setvbuf(file, nullptr, _IONBF, 0);  // Stream has the buffer; so its offset is where libpcap is
+  (void)setvbuf(file, nullptr, _IONBF, 0);  // Stream has the buffer; so its offset is where libpcap is
 
   std::array<char, PCAP_ERRBUF_SIZE> error{};
   pcap_.reset(pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_NANO, error.data()));
   if (!pcap_) {
-    std::fclose(file);
+    (void)std::fclose(file);
     const auto reason = stream_->problem().empty() ? std::string(error.data()) : stream_->problem();
     throw Failure(EX_DATAERR, shown_name() + ": is not a pcap or pcapng trace (" + reason + ")");
   }
