@@ -46,7 +46,7 @@ void Stream::find_kind() {
 
 // Gets more bytes of the file behind those that are left; false at its end.
 bool Stream::fill_file() {
-  std::memmove(file_buffer_.data(), file_bytes_.data(), file_bytes_.size());
+  if (!file_bytes_.empty()) std::memmove(file_buffer_.data(), file_bytes_.data(), file_bytes_.size());
   pollfd wait{fd_, POLLIN, 0};
   if (before_wait_ && poll(&wait, 1, 0) == 0) before_wait_();
   ssize_t got = 0;
@@ -105,15 +105,12 @@ std::size_t Stream::zstd_some() {
 }
 
 std::size_t Stream::read(char* to, std::size_t size) {
-  std::size_t done = 0;
-  while (done < size && (!bytes_.empty() || fill())) {
-    const auto part = std::min(size - done, bytes_.size());
-    std::memcpy(to + done, bytes_.data(), part);
-    bytes_.remove_prefix(part);
-    done += part;
-  }
-  offset_ += done;
-  return done;
+  if (empty()) return 0;
+  const auto part = std::min(size, bytes_.size());
+  std::memcpy(to, bytes_.data(), part);
+  bytes_.remove_prefix(part);
+  offset_ += part;
+  return part;
 }
 
 bool Stream::empty() {

@@ -23,7 +23,7 @@ class Stream {
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
 
-  // Stores up to `size` bytes; fewer only at the end, or where the data breaks off.
+  // Stores what is there, up to `size` bytes and at least one; none only at the end, or where the data break off.
   std::size_t read(char* to, std::size_t size);
 
   // Whether nothing is left.

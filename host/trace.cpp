@@ -32,6 +32,13 @@ ssize_t read_stream(void* stream, char* to, std::size_t size) {
   return static_cast<ssize_t>(static_cast<Stream*>(stream)->read(to, size));
 }
 
+// Answers where the stream is, which is all that ftello asks for.
+int seek_stream(void* stream, off64_t* offset, int whence) {
+  if (*offset != 0 || whence != SEEK_CUR) return -1;
+  *offset = static_cast<off64_t>(static_cast<Stream*>(stream)->offset());
+  return 0;
+}
+
 }  // namespace
 
 Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function<void()> before_wait)
@@ -47,9 +54,8 @@ Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function
     throw Failure(EX_DATAERR, shown_name() + ": " + (problem.empty() ? "is empty" : problem));
   }
 
-  FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, nullptr, nullptr});
+  FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, seek_stream, nullptr});
   if (file == nullptr) throw std::bad_alloc();
-  (void)setvbuf(file, nullptr, _IONBF, 0);  // Stream has the buffer; so its offset is where libpcap is
 
   std::array<char, PCAP_ERRBUF_SIZE> error{};
   pcap_.reset(pcap_fopen_offline_with_tstamp_precision(file, PCAP_TSTAMP_PRECISION_NANO, error.data()));
@@ -70,7 +76,7 @@ Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function
 }
 
 bool Trace::next(Frame& frame) {
-  const auto offset = stream_->offset();
+  const auto offset = static_cast<std::uint64_t>(ftello(pcap_file(pcap_.get())));
   pcap_pkthdr* header = nullptr;
   const u_char* data = nullptr;
   const int result = pcap_next_ex(pcap_.get(), &header, &data);
