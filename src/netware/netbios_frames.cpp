@@ -4,6 +4,7 @@
 #include "core/names.hpp"
 #include "core/printers.hpp"
 #include "core/section.hpp"
+#include "ipapps/name_printers.hpp"
 
 namespace wirelines {
 
@@ -53,11 +54,6 @@ void DspResponseCorrelator(LineList& list, uint16_t correlator, const LineAttrib
 // A name of 16 bytes is shown without the last, which tells the kind of the name.
 Bytes name_text(Bytes data, uint32_t offset) {
   return data.sub(offset, 15);
-}
-
-// Hands on what is carried.
-void payload(LineList& list, Bytes data) {
-  remainder(list, data);
 }
 
 // ---- Over IPX
@@ -142,7 +138,7 @@ void directed_datagram(LineList& list, Bytes data) {
   if (!s) return;
 
   advance(34);
-  payload(list, data.from(34));
+  netbios_payload(list, data.from(34));
 }
 
 void session_data(LineList& list, Bytes data) {
@@ -160,7 +156,7 @@ void session_data(LineList& list, Bytes data) {
   if (!s) return;
 
   advance(18);
-  payload(list, data.from(18));
+  netbios_payload(list, data.from(18));
 }
 
 // Session End and its ACK.
@@ -220,7 +216,7 @@ void NetBiosNameFrameAnalyze(LineList& list, Bytes data) {
   if (!s) return;
 
   advance(header);
-  payload(list, data.from(header));
+  netbios_payload(list, data.from(header));
 }
 
 void NetBiosSessionFrameAnalyze(LineList& list, Bytes data) {
@@ -247,7 +243,7 @@ void NetBiosSessionFrameAnalyze(LineList& list, Bytes data) {
   if (!s) return;
 
   advance(header);
-  payload(list, data.from(header));
+  netbios_payload(list, data.from(header));
 }
 
 void IpxNetBiosAnalyze(LineList& list, Bytes data) {
