@@ -195,6 +195,21 @@ WIRELINES_API void ArpAnalyze(LineList *list, const uint8_t *data, int32_t lengt
  * header carries is cut to the packet's own length field; a packet that claims less than its header carries nothing. */
 WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t length);
 
+/* ---- Addresses -------------------------------------------------------------------------------------------------- */
+
+/* Each writes the 16-byte IPv6 address at `address` as a zero-terminated text with upper-case digits into `out`.
+ *
+ * FormatIp6Addr (40 bytes of room): all eight groups without leading zeros, "FE80:0:0:0:202:B3FF:FE1E:8329".
+ *
+ * FormatIp6AddrSimple (20 bytes): the interface identifier only, always 19 characters, "0202:B3FF:FE1E:8329".
+ *
+ * FormatIp6AddrSimple2 (40 bytes): the first run of zero groups compressed, even a run of one; later zero groups are
+ * shown. Unlike RFC 5952, an address that begins with zeros has one colon there: ::1 gives ":1". All zeros give "::".
+ * The result has no meaning. */
+WIRELINES_API void FormatIp6Addr(char *out, const uint8_t *address);
+WIRELINES_API void FormatIp6AddrSimple(char *out, const uint8_t *address);
+WIRELINES_API int32_t FormatIp6AddrSimple2(char *out, const uint8_t *address);
+
 /* ---- Checksums -------------------------------------------------------------------------------------------------- */
 
 /* The Internet checksum (RFC 1071): the one's complement of the one's-complement sum of `length` bytes as big-endian

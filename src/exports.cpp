@@ -12,6 +12,7 @@
 #include "core/protocol_names.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "ipv6/ip6_address.hpp"
 #include "netware/ipx.hpp"
 #include "wirelines.h"
 
@@ -26,6 +27,10 @@ wirelines::DecodeState& fresh_state() {
   wirelines::DecodeState& s = wirelines::state();
   s.out_of_memory = false;
   return s;
+}
+
+void copy_text(char* out, const wirelines::TextBuffer& text) {
+  std::memcpy(out, text.bytes, text.length + 1);
 }
 
 // What AddString would have returned, or 0 when there was no buffer to give it.
@@ -145,6 +150,19 @@ void IpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
 void ArpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
   fresh_state();
   wirelines::ArpAnalyze(*list, Bytes(data, length));
+}
+
+void FormatIp6Addr(char* out, const uint8_t* address) {
+  copy_text(out, wirelines::FormatIp6Addr(Bytes(address, 16)));
+}
+
+void FormatIp6AddrSimple(char* out, const uint8_t* address) {
+  copy_text(out, wirelines::FormatIp6AddrSimple(Bytes(address, 16)));
+}
+
+int32_t FormatIp6AddrSimple2(char* out, const uint8_t* address) {
+  copy_text(out, wirelines::FormatIp6AddrSimple2(Bytes(address, 16)));
+  return 0;
 }
 
 uint32_t IpCheckSum(const uint8_t* data, int32_t length) {
