@@ -2,6 +2,7 @@
 // their one's-complement sum, so that one swap at the end is enough.
 #include "core/checksum.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -67,6 +68,19 @@ PseudoHeader IpPsuadoHeder(Bytes header) {
   pseudo.bytes[10] = static_cast<uint8_t>(length >> 8);
   pseudo.bytes[11] = static_cast<uint8_t>(length);
   return pseudo;
+}
+
+PseudoHeader Ip6PseudoHeader(Bytes header) {
+  PseudoHeader pseudo;
+  pseudo.length = 40;
+  const Bytes addresses = header.sub(8, 32);
+  std::copy_n(addresses.data(), addresses.readable(), pseudo.bytes.begin());
+  return pseudo;
+}
+
+void PseudoHeader::set_upper_layer(uint32_t upper_length, uint8_t protocol) {
+  for (uint32_t i = 0; i < 4; ++i) bytes[32 + i] = static_cast<uint8_t>(upper_length >> (24 - 8 * i));
+  bytes[39] = protocol;
 }
 
 uint16_t IpCheckSum(Bytes data) {
