@@ -195,6 +195,9 @@ WIRELINES_API void ArpAnalyze(LineList *list, const uint8_t *data, int32_t lengt
  * header carries is cut to the packet's own length field; a packet that claims less than its header carries nothing. */
 WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t length);
 
+/* IPv6 (RFC 8200). Of its extension headers only hop-by-hop options are taken apart. */
+WIRELINES_API void Ip6Analyze(LineList *list, const uint8_t *data, int32_t length);
+
 /* ---- Addresses -------------------------------------------------------------------------------------------------- */
 
 /* Each writes the 16-byte IPv6 address at `address` as a zero-terminated text with upper-case digits into `out`.
@@ -233,6 +236,7 @@ WIRELINES_API const char *IpProtocolToName(uint8_t protocol); /* IP protocol, IP
 WIRELINES_API const char *NwPacketToName(uint8_t packetType); /* IPX packet type */
 WIRELINES_API const char *NwSocketToName(uint16_t socket);    /* IPX socket */
 WIRELINES_API const char *IcmpTypeInfoToName(uint8_t type);   /* ICMP type (RFC 792, 950, 1256) */
+WIRELINES_API const char *IcmpV6TypeInfoToName(uint8_t type); /* ICMPv6 type (RFC 4443, 2710, 4861) */
 
 /* Returns the name of a port: the user's own if the name module has one (at most 35 bytes, in a buffer of the calling
  * thread that the next call overwrites), otherwise the registered keyword in upper case, which can differ between TCP

@@ -12,7 +12,9 @@
 #include "core/protocol_names.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "ipv6/icmpv6.hpp"
 #include "ipv6/ip6_address.hpp"
+#include "ipv6/ipv6.hpp"
 #include "netware/ipx.hpp"
 #include "wirelines.h"
 
@@ -152,6 +154,11 @@ void ArpAnalyze(LineList* list, const uint8_t* data, int32_t length) {
   wirelines::ArpAnalyze(*list, Bytes(data, length));
 }
 
+void Ip6Analyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::Ip6Analyze(*list, Bytes(data, length));
+}
+
 void FormatIp6Addr(char* out, const uint8_t* address) {
   copy_text(out, wirelines::FormatIp6Addr(Bytes(address, 16)));
 }
@@ -201,6 +208,10 @@ const char* IcmpTypeInfoToName(uint8_t type) {
 void IpxAnalyze(LineList* list, const uint8_t* data, int32_t length) {
   fresh_state();
   wirelines::IpxAnalyze(*list, Bytes(data, length));
+}
+
+const char* IcmpV6TypeInfoToName(uint8_t type) {
+  return wirelines::IcmpV6TypeInfoToName(type).data();
 }
 
 void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut) {

@@ -9,6 +9,7 @@
 #include "core/section.hpp"
 #include "ipv4/arp.hpp"
 #include "ipv4/ipv4.hpp"
+#include "ipv6/ipv6.hpp"
 #include "netware/ipx.hpp"
 #include "netware/netbios_frames.hpp"
 
@@ -55,6 +56,7 @@ void dispatch_type(LineList& list, uint16_t type, Bytes payload) {
     case 0x0806:
     case 0x8035: ArpAnalyze(list, payload); break;
     case 0x8137: IpxAnalyze(list, payload); break;
+    case 0x86DD: Ip6Analyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }

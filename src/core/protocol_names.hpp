@@ -8,6 +8,7 @@
 namespace wirelines {
 
 // IP protocol numbers that decoders hand on by.
+constexpr uint8_t kHopByHop = 0;
 constexpr uint8_t kIcmp = 1;
 constexpr uint8_t kIgmp = 2;
 constexpr uint8_t kTcp = 6;

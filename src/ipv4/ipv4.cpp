@@ -13,6 +13,7 @@
 #include "ipv4/icmp.hpp"
 #include "ipv4/igmp.hpp"
 #include "ipv4/transport.hpp"
+#include "ipv6/ipv6.hpp"
 
 namespace wirelines {
 
@@ -91,6 +92,7 @@ void dispatch_protocol(LineList& list, uint8_t protocol, Bytes payload, const Ca
     case kIgmp: IgmpAnalyze(list, payload, carrier.more_fragments); break;
     case kTcp: TcpAnalyze(list, payload, carrier); break;
     case kUdp: UdpAnalyze(list, payload, carrier); break;
+    case kIp6InIp: Ip6Analyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }

@@ -1,0 +1,10 @@
+// IPv6.
+#pragma once
+
+#include "core/lines.hpp"
+
+namespace wirelines {
+
+void Ip6Analyze(LineList& list, Bytes data);
+
+}  // namespace wirelines
