@@ -15,16 +15,15 @@ class HexText {
   explicit HexText(Bytes data) {
     const uint32_t count = std::min(data.readable(), kMaxText / 2);
     for (uint32_t i = 0; i < count; ++i) {
-      text_[2 * i] = "0123456789ABCDEF"[data.u8(i) >> 4];
-      text_[2 * i + 1] = "0123456789ABCDEF"[data.u8(i) & 15];
+      text_[length_++] = "0123456789ABCDEF"[data.u8(i) >> 4];
+      text_[length_++] = "0123456789ABCDEF"[data.u8(i) & 15];
     }
-    length_ = 2 * count;
   }
   [[nodiscard]] std::string_view view() const { return {text_, length_}; }
 
  private:
   char text_[kMaxText];
-  uint32_t length_;
+  uint32_t length_ = 0;
 };
 
 }  // namespace wirelines
