@@ -126,9 +126,8 @@ void option_value(Section& s, Bytes data, uint8_t tag, uint32_t v, uint8_t lengt
   switch (tag) {
     case 1: address("[Subnet Mask] %u.%u.%u.%u"); break;
     case 2: number("[Time Offset] %u (0x%0.8X)"); break;
-    case 3: address("[Gateway] %u.%u.%u.%u"); break;
-    // Kept: a time server has the gateway's label.
-    case 4: address("[Gateway] %u.%u.%u.%u"); break;
+    case 3:
+    case 4: address("[Gateway] %u.%u.%u.%u"); break;  // Kept: a time server (4) has the gateway's label.
     case 5: address("[Name Server] %u.%u.%u.%u"); break;
     // Kept: a domain server's address is labelled as a name.
     case 6: address("[Domain Name] %u.%u.%u.%u"); break;
