@@ -2,6 +2,8 @@
 #include "ipapps/name_printers.hpp"
 
 #include "core/names.hpp"
+#include "core/printers.hpp"
+#include "smb/smb.hpp"
 
 namespace wirelines {
 
@@ -96,6 +98,7 @@ void DspNetBiosName(LineList& list, std::string_view label, Bytes encoded, const
 }
 
 void netbios_payload(LineList& list, Bytes payload) {
+  if (IsSmbMessage(payload)) return SmbAnalyze(list, payload);
   remainder(list, payload);
 }
 
