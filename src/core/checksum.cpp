@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <cstring>
 
 namespace wirelines {
@@ -27,7 +28,7 @@ uint64_t wide_sum(const uint8_t* p, uint32_t n) {
   // Eight sums of 32-bit words, none of which can overflow in 2^32 bytes: no carry is looked at in the long loop.
   uint64_t lanes[8] = {};
   for (; n >= 32; n -= 32, p += 32) {
-    for (uint32_t i = 0; i < 8; ++i) lanes[i] += word_at<uint32_t>(p + 4 * i);
+    for (std::size_t i = 0; i < 8; ++i) lanes[i] += word_at<uint32_t>(p + 4 * i);
   }
   uint64_t sum = 0;
   for (const uint64_t lane : lanes) sum = add(sum, lane);
