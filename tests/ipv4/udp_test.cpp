@@ -73,6 +73,50 @@ const Case kOverIp6[] = {
 };
 LINE_CASES(UdpOverIp6, over_ipv6(UdpAnalyze, kUdp), kOverIp6)
 
+// A payload that every application takes for its own, so that the second title tells who got it.
+TEST(UdpApplications, TheOrderDecides) {
+  const struct {
+    uint16_t source, destination;
+    const char* title;
+  } cases[] = {
+      {1024, 67, "|--- BOOTP Packet -"},
+      {137, 68, "|--- BOOTP Packet -"},
+      {67, 2000, "|---[Data] "},
+      {1024, 137, "|--- NetBIOS Name Service -"},
+      {137, 53, "|--- NetBIOS Name Service -"},
+      {1024, 53, "|--- DNS Message -"},
+      {53, 138, "|--- DNS Message -"},
+      {1024, 138, "|--- NetBIOS Datagram Service "},
+      {138, 520, "|--- NetBIOS Datagram Service "},
+      {520, 520, "|--- RIP Packet "},
+      {1024, 520, "|---[Data] "},
+      {520, 1024, "|---[Data] "},
+      {1024, 123, "|--- NTP Message -"},
+      {123, 520, "|--- NTP Message -"},
+      {123, 161, "|--- NTP Message -"},
+      {1024, 161, "|--- SNMP "},
+      {161, 69, "|--- SNMP "},
+      {1024, 162, "|---[Data] "},
+      {1024, 69, "|--- TFTP Packet -"},
+      {69, 1024, "|--- TFTP Packet -"},
+  };
+  for (const auto& c : cases) {
+    auto bytes = bytes_of(
+        "0000 0000 0000 0000"
+        "3026 020100 0406 'public' A019 020101 020100 020100 300E 300C 0608 2B06010201010100 0500");
+    bytes.resize(700);
+    bytes[0] = static_cast<uint8_t>(c.source >> 8);
+    bytes[1] = static_cast<uint8_t>(c.source);
+    bytes[2] = static_cast<uint8_t>(c.destination >> 8);
+    bytes[3] = static_cast<uint8_t>(c.destination);
+    const auto found =
+        decode_and_dump(over_ipv4(UdpAnalyze, kUdp, false), Bytes(bytes.data(), static_cast<int32_t>(bytes.size())));
+    const auto second_title = found.find("|---", found.find("|---") + 1);
+    ASSERT_NE(second_title, std::string::npos) << found;
+    EXPECT_EQ(found.find(c.title), second_title) << c.source << " to " << c.destination << '\n' << found;
+  }
+}
+
 }  // namespace
 
 }  // namespace wirelines::test
