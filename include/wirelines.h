@@ -198,6 +198,98 @@ WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t lengt
 /* IPv6 (RFC 8200). Of its extension headers only hop-by-hop options are taken apart. */
 WIRELINES_API void Ip6Analyze(LineList *list, const uint8_t *data, int32_t length);
 
+/* ---- Classification --------------------------------------------------------------------------------------------- */
+
+/* What a frame carries, in 90 bytes without padding. Numbers are in the machine's byte order, addresses in the order of
+ * the frame. A field is written only where its layer was found: all others, the reserved bytes among them, keep what
+ * the host put there. Checksum errors are added with OR. */
+#pragma pack(push, 1)
+typedef struct PacketSummary {
+  uint32_t frameKind;       /* CheckFrameType's framing, or 0 for a frame of less than 17 bytes */
+  uint8_t dsap;             /* byte 14; not written for Ethernet II */
+  uint8_t ssap;             /* byte 15; likewise */
+  uint16_t etherType;       /* Ethernet II type or SNAP protocol type */
+  uint32_t networkCode;     /* WIRELINES_NET_..., or 0 */
+  uint8_t ipProtocol;       /* IPv4 protocol, last IPv6 next-header value seen, or IPX packet type */
+  uint8_t dstIp[4];         /* IPv4 destination, or target protocol address of ARP and RARP */
+  uint8_t dstIp6[16];       /* IPv6 destination */
+  uint8_t reserved1;        /* never written, as the two others */
+  uint16_t dstPort;         /* TCP or UDP; 0 for IPv4 fragments and other IPv6 payloads */
+  uint16_t srcPort;         /* likewise */
+  uint8_t srcIp[4];         /* IPv4 source, or sender protocol address of ARP and RARP */
+  uint8_t srcIp6[16];       /* IPv6 source */
+  uint8_t ipxDstNet[4];     /* IPX destination: network, node and socket */
+  uint8_t ipxDstNode[6];
+  uint16_t ipxDstSocket;
+  uint8_t ipxSrcNet[4];     /* IPX source */
+  uint8_t ipxSrcNode[6];
+  uint16_t ipxSrcSocket;
+  uint8_t typeCode;         /* TCP flags, ICMP or ICMPv6 type, low byte of the ARP or RARP operation, or PPPoE
+                               discovery code */
+  uint8_t reserved2;
+  uint16_t networkOffset;   /* of the network header in the frame; IPv4 and IPv6 only */
+  uint16_t transportOffset; /* of the transport header; see CheckIp and CheckIpV6 */
+  uint8_t reserved3;
+  uint8_t errorFlags;       /* WIRELINES_BAD_... */
+} PacketSummary;
+#pragma pack(pop)
+
+/* Values of networkCode. */
+enum {
+  WIRELINES_NET_IP = 0x1001,
+  WIRELINES_NET_IP_FRAGMENT = 0x1002, /* IPv4, with a fragment offset other than 0 */
+  WIRELINES_NET_ARP = 0x1003,
+  WIRELINES_NET_RARP = 0x1004,
+  WIRELINES_NET_IPX = 0x1005,
+  WIRELINES_NET_NETBIOS = 0x1006, /* NetBIOS frames over LLC */
+  WIRELINES_NET_XNS = 0x1007,
+  WIRELINES_NET_APPLETALK = 0x1008,
+  WIRELINES_NET_AARP = 0x1009,
+  WIRELINES_NET_IP6 = 0x100A,
+  WIRELINES_NET_PPPOE = 0x1201, /* discovery, or a session with a protocol not named here */
+  WIRELINES_NET_LCP = 0x1202,
+  WIRELINES_NET_CHAP = 0x1203,
+  WIRELINES_NET_PAP = 0x1204,
+  WIRELINES_NET_IPCP = 0x1205
+};
+
+/* Bits of errorFlags: 0x80 with any error, and one bit each. */
+enum {
+  WIRELINES_BAD_IP = 0x81,   /* IPv4 header checksum */
+  WIRELINES_BAD_ICMP = 0x82, /* ICMP or ICMPv6 */
+  WIRELINES_BAD_TCP = 0x84,
+  WIRELINES_BAD_UDP = 0x88
+};
+
+/* The classifiers make no line, take no memory and leave the state of a decode alone; any thread may call them at any
+ * time. Each is given `length` readable bytes and a record of the host's. Checksums are those of RFC 1071; a checksum
+ * field of 0 is not verified, except ICMP's (RFC 792).
+ *
+ * CheckPacket classifies a frame from its destination address on. It zeroes frameKind, networkCode, ipProtocol,
+ * networkOffset and transportOffset first, then fills in what it finds. A host that counts errors zeroes errorFlags
+ * before each call. Of a frame of less than 17 bytes nothing is looked at. */
+WIRELINES_API void CheckPacket(const uint8_t *frame, int32_t length, PacketSummary *summary);
+
+/* IPv4 (RFC 791), at least 20 bytes; nothing is written for less. Writes addresses and protocol and adds the header
+ * length to transportOffset. A fragment has ports 0 and no transport error; one with an offset other than 0 gets
+ * networkCode WIRELINES_NET_IP_FRAGMENT and nothing more. TCP (RFC 9293): ports, flags, error; UDP (RFC 768): ports,
+ * error; ICMP: type, error; each where its 20, 8 or 4 bytes are there. IPv6 (protocol 41, RFC 4213): networkCode, then
+ * as CheckIpV6, the header length being added to networkOffset once and to transportOffset a second time. */
+WIRELINES_API void CheckIp(const uint8_t *header, int32_t length, PacketSummary *summary);
+
+/* IPv6 (RFC 8200), at least 40 bytes; nothing is written for less. Writes addresses, zeroes the ports, adds 40 to
+ * transportOffset and follows hop-by-hop options, whose length transportOffset does not count. ipProtocol is the last
+ * next-header value seen. TCP and UDP as over IPv4; ICMPv6 (RFC 4443), at least 4 bytes: type, error. An error of UDP or
+ * ICMPv6 is told where the checksums of message and pseudo header (RFC 8200, 8.1) together are below 65535. */
+WIRELINES_API void CheckIpV6(const uint8_t *header, int32_t length, PacketSummary *summary);
+
+/* IPX: packet type into ipProtocol, and both addresses. Missing bytes read zero. */
+WIRELINES_API void CheckIpx(const uint8_t *header, int32_t length, PacketSummary *summary);
+
+/* A PPPoE session (RFC 2516) from its PPPoE header on, at least 8 bytes: networkCode for LCP, CHAP, PAP and IPCP (RFC
+ * 1661, 1994, 1334, 1332), or that of IPv4 and then as CheckIp. */
+WIRELINES_API void CheckPppSession(const uint8_t *header, int32_t length, PacketSummary *summary);
+
 /* ---- Addresses -------------------------------------------------------------------------------------------------- */
 
 /* Each writes the 16-byte IPv6 address at `address` as a zero-terminated text with upper-case digits into `out`.

@@ -5,6 +5,7 @@
 
 #include "core/calendar.hpp"
 #include "core/checksum.hpp"
+#include "core/classifier.hpp"
 #include "core/datablock.hpp"
 #include "core/datalink.hpp"
 #include "core/labelled.hpp"
@@ -183,6 +184,26 @@ uint32_t CulUdpChksum(const uint8_t* message, int32_t length, const uint8_t* pse
 void IpPsuadoHeder(const uint8_t* header, uint8_t* pseudoOut) {
   const auto pseudo = wirelines::IpPsuadoHeder(Bytes(header, 20));
   std::copy_n(pseudo.bytes.data(), pseudo.length, pseudoOut);
+}
+
+void CheckPacket(const uint8_t* frame, int32_t length, PacketSummary* summary) {
+  wirelines::CheckPacket(Bytes(frame, length), *summary);
+}
+
+void CheckIp(const uint8_t* header, int32_t length, PacketSummary* summary) {
+  wirelines::CheckIp(Bytes(header, length), *summary);
+}
+
+void CheckIpV6(const uint8_t* header, int32_t length, PacketSummary* summary) {
+  wirelines::CheckIpV6(Bytes(header, length), *summary);
+}
+
+void CheckIpx(const uint8_t* header, int32_t length, PacketSummary* summary) {
+  wirelines::CheckIpx(Bytes(header, length), *summary);
+}
+
+void CheckPppSession(const uint8_t* header, int32_t length, PacketSummary* summary) {
+  wirelines::CheckPppSession(Bytes(header, length), *summary);
 }
 
 const char* IpProtocolToName(uint8_t protocol) {
