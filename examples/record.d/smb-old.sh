@@ -26,7 +26,9 @@ sample() {
   part 2 raw.open.ctemp 0x0e
   part 12 raw.read 0x0a
   part 8 raw.read 0x13
-  part 14 raw.write 0x0b 0x14 0x2c
+  part 6 raw.write 0x0b
+  part 6 raw.write 0x14
+  part 6 raw.write 0x2c
   part 8 raw.seek 0x12
   part 12 raw.lock.lock 0x0c 0x0d
   part 12 raw.lock.lockx 0x24
