@@ -154,7 +154,7 @@ void IcmpV6Analyze(LineList& list, Bytes data, const PseudoHeader& pseudo) {
   s.title(at(0, IcmpV6TitleLength(type, static_cast<uint32_t>(data.size())) - 1), "ICMPv6 Header %s",
           parens(kTypes(type)));
   s.line(at(0), "[Type] %u %s", type, parens(kTypes(type)));
-  s.line(at(1), "[Code] %u %s", code, parens(kCodes(uint32_t{type} << 8 | code)));
+  s.line(at(1), "[Code] %u %s", code, parens(kCodes(type * 256U + code)));
   checksum_line(s, data, pseudo);
   switch (type) {
     case 130:
