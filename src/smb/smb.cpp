@@ -133,94 +133,89 @@ constexpr bool kAlone = false;
 constexpr Member kUnknown = {"SMB_Unknown", UnknownAnalyze};
 
 // The one place where a command is registered.
+// clang-format off
 constexpr Command kCommands[] = {
-    {0x00,
-     kAlone,
-     {"SMB_CreateDirectory (Client)", DirectoryClientAnalyze},
-     {"SMB_CreateDirectory (Server)", EmptyAnalyze}},
-    {0x01,
-     kAlone,
-     {"SMB_DeleteDirectory (Client)", DirectoryClientAnalyze},
-     {"SMB_DeleteDirectory (Server)", EmptyAnalyze}},
-    {0x02, kAlone, {"SMB_Open (Client)", OpenClientAnalyze}, {"SMB_Open (Server)", OpenServerAnalyze}},
-    {0x04, kAlone, {"SMB_Close (Client)", CloseClientAnalyze}, {"SMB_Close (Server)", EmptyAnalyze}},
-    {0x05, kAlone, {"SMB_Flush (Client)", HandleClientAnalyze}, {"SMB_Flush (Server)", EmptyAnalyze}},
-    {0x06, kAlone, {"SMB_Delete (Client)", DeleteClientAnalyze}, {"SMB_Delete (Server)", EmptyAnalyze}},
-    {0x07, kAlone, {"SMB_Rename (Client)", RenameClientAnalyze}, {"SMB_Rename (Server)", EmptyAnalyze}},
-    // Kept: the spelling.
-    {0x08,
-     kAlone,
-     {"SMB_QueryInfomation (Client)", QueryInformationClientAnalyze},
-     {"SMB_QueryInfomation (Server)", QueryInformationServerAnalyze}},
-    {0x0A, kAlone, {"SMB_Read (Client)", ReadClientAnalyze}, {"SMB_Read (Server)", ReadServerAnalyze}},
-    {0x0B, kAlone, {"SMB_Write (Client)", WriteClientAnalyze}, {"SMB_Write (Server)", WriteServerAnalyze}},
-    {0x10,
-     kAlone,
-     {"SMB_CheckDirectory (Client)", DirectoryClientAnalyze},
-     {"SMB_CheckDirectory (Server)", EmptyAnalyze}},
-    {0x12, kAlone, {"SMB_Seek (Client)", SeekClientAnalyze}, {"SMB_Seek (Server)", SeekServerAnalyze}},
-    {0x1A, kAlone, {"SMB_ReadRaw", ReadRawAnalyze}, {"SMB_ReadRaw", ReadRawAnalyze}},
-    {0x1D, kAlone, {"SMB_WriteRaw (Client)", WriteRawClientAnalyze}, {"SMB_WriteRaw (Server)", WriteRawServerAnalyze}},
-    {0x23,
-     kAlone,
-     {"SMB_QueryInformation2 (Client)", HandleClientAnalyze},
-     {"SMB_QueryInformation2 (Server)", QueryInformation2ServerAnalyze}},
-    {0x24,
-     kAndX,
-     {"SMB_LockingAndX (Client)", LockingClientAnalyze},
-     {"SMB_LockingAndX (Server)", LockingServerAnalyze}},
+    {0x00, kAlone, {"SMB_CreateDirectory (Client)", DirectoryClientAnalyze},
+                   {"SMB_CreateDirectory (Server)", EmptyAnalyze}},
+    {0x01, kAlone, {"SMB_DeleteDirectory (Client)", DirectoryClientAnalyze},
+                   {"SMB_DeleteDirectory (Server)", EmptyAnalyze}},
+    {0x02, kAlone, {"SMB_Open (Client)", OpenClientAnalyze},
+                   {"SMB_Open (Server)", OpenServerAnalyze}},
+    {0x04, kAlone, {"SMB_Close (Client)", CloseClientAnalyze},
+                   {"SMB_Close (Server)", EmptyAnalyze}},
+    {0x05, kAlone, {"SMB_Flush (Client)", HandleClientAnalyze},
+                   {"SMB_Flush (Server)", EmptyAnalyze}},
+    {0x06, kAlone, {"SMB_Delete (Client)", DeleteClientAnalyze},
+                   {"SMB_Delete (Server)", EmptyAnalyze}},
+    {0x07, kAlone, {"SMB_Rename (Client)", RenameClientAnalyze},
+                   {"SMB_Rename (Server)", EmptyAnalyze}},
+    // Kept: "Infomation".
+    {0x08, kAlone, {"SMB_QueryInfomation (Client)", QueryInformationClientAnalyze},
+                   {"SMB_QueryInfomation (Server)", QueryInformationServerAnalyze}},
+    {0x0A, kAlone, {"SMB_Read (Client)", ReadClientAnalyze},
+                   {"SMB_Read (Server)", ReadServerAnalyze}},
+    {0x0B, kAlone, {"SMB_Write (Client)", WriteClientAnalyze},
+                   {"SMB_Write (Server)", WriteServerAnalyze}},
+    {0x10, kAlone, {"SMB_CheckDirectory (Client)", DirectoryClientAnalyze},
+                   {"SMB_CheckDirectory (Server)", EmptyAnalyze}},
+    {0x12, kAlone, {"SMB_Seek (Client)", SeekClientAnalyze},
+                   {"SMB_Seek (Server)", SeekServerAnalyze}},
+    {0x1A, kAlone, {"SMB_ReadRaw", ReadRawAnalyze},
+                   {"SMB_ReadRaw", ReadRawAnalyze}},
+    {0x1D, kAlone, {"SMB_WriteRaw (Client)", WriteRawClientAnalyze},
+                   {"SMB_WriteRaw (Server)", WriteRawServerAnalyze}},
+    {0x23, kAlone, {"SMB_QueryInformation2 (Client)", HandleClientAnalyze},
+                   {"SMB_QueryInformation2 (Server)", QueryInformation2ServerAnalyze}},
+    {0x24, kAndX, {"SMB_LockingAndX (Client)", LockingClientAnalyze},
+                  {"SMB_LockingAndX (Server)", LockingServerAnalyze}},
     // Kept: a Transaction has no title of its own for the client.
-    {0x25,
-     kAlone,
-     {"SMB_Transaction (Server)", TransactionClientAnalyze},
-     {"SMB_Transaction (Server)", TransactionServerAnalyze}},
-    {0x27, kAlone, {"SMB_IoCtl (Client)", IoCtlClientAnalyze}, {"SMB_IoCtl (Server)", GenericAnalyze}},
-    {0x2B, kAlone, {"SMB_Echo (Client)", EchoClientAnalyze}, {"SMB_Echo (Server)", EchoServerAnalyze}},
-    {0x2D, kAndX, {"SMB_OpenAndX (Client)", OpenAndXClientAnalyze}, {"SMB_OpenAndX (Server)", OpenAndXServerAnalyze}},
-    {0x2E, kAndX, {"SMB_ReadAndX (Client)", ReadAndXClientAnalyze}, {"SMB_ReadAndX (Server)", ReadAndXServerAnalyze}},
-    {0x2F,
-     kAndX,
-     {"SMB_WriteAndX (Client)", WriteAndXClientAnalyze},
-     {"SMB_WriteAndX (Server)", WriteAndXServerAnalyze}},
-    {0x32,
-     kAlone,
-     {"SMB_Transaction2 (Client)", Transaction2ClientAnalyze},
-     {"SMB_Transaction2 (Server)", TransactionServerAnalyze}},
-    {0x34, kAlone, {"SMB_FindClose2 (Client)", FindCloseClientAnalyze}, {"SMB_FindClose2 (Server)", EmptyAnalyze}},
-    {0x71, kAlone, {"SMB_TreeDisconnect (Client)", GenericAnalyze}, {"SMB_TreeDisconnect (Server)", GenericAnalyze}},
-    {0x72,
-     kAlone,
-     {"SMB_Negotiate (Client)", NegotiateClientAnalyze},
-     {"SMB_Negotiate (Server)", NegotiateServerAnalyze}},
-    {0x73,
-     kAndX,
-     {"SMB_SessionSetupAndX (Client)", SessionSetupClientAnalyze},
-     {"SMB_SessionSetupAndX (Server)", SessionSetupServerAnalyze}},
-    {0x74, kAndX, {"SMB_LogOffAndX (Client)", LogOffAnalyze}, {"SMB_LogOffAndX (Server)", LogOffAnalyze}},
-    {0x75,
-     kAndX,
-     {"SMB_TreeConnectAndX (Client)", TreeConnectClientAnalyze},
-     {"SMB_TreeConnectAndX (Server)", TreeConnectServerAnalyze}},
-    {0xA0,
-     kAlone,
-     {"SMB_NtTransaction (Client)", NtTransactionClientAnalyze},
-     {"SMB_NtTransaction (Server)", NtTransactionServerAnalyze}},
-    {0xA2,
-     kAndX,
-     {"SMB_NtCreateAndX (Client)", NtCreateClientAnalyze},
-     {"SMB_NtCreateAndX (Server)", NtCreateServerAnalyze}},
+    {0x25, kAlone, {"SMB_Transaction (Server)", TransactionClientAnalyze},
+                   {"SMB_Transaction (Server)", TransactionServerAnalyze}},
+    {0x27, kAlone, {"SMB_IoCtl (Client)", IoCtlClientAnalyze},
+                   {"SMB_IoCtl (Server)", GenericAnalyze}},
+    {0x2B, kAlone, {"SMB_Echo (Client)", EchoClientAnalyze},
+                   {"SMB_Echo (Server)", EchoServerAnalyze}},
+    {0x2D, kAndX, {"SMB_OpenAndX (Client)", OpenAndXClientAnalyze},
+                  {"SMB_OpenAndX (Server)", OpenAndXServerAnalyze}},
+    {0x2E, kAndX, {"SMB_ReadAndX (Client)", ReadAndXClientAnalyze},
+                  {"SMB_ReadAndX (Server)", ReadAndXServerAnalyze}},
+    {0x2F, kAndX, {"SMB_WriteAndX (Client)", WriteAndXClientAnalyze},
+                  {"SMB_WriteAndX (Server)", WriteAndXServerAnalyze}},
+    {0x32, kAlone, {"SMB_Transaction2 (Client)", Transaction2ClientAnalyze},
+                   {"SMB_Transaction2 (Server)", TransactionServerAnalyze}},
+    {0x34, kAlone, {"SMB_FindClose2 (Client)", FindCloseClientAnalyze},
+                   {"SMB_FindClose2 (Server)", EmptyAnalyze}},
+    {0x71, kAlone, {"SMB_TreeDisconnect (Client)", GenericAnalyze},
+                   {"SMB_TreeDisconnect (Server)", GenericAnalyze}},
+    {0x72, kAlone, {"SMB_Negotiate (Client)", NegotiateClientAnalyze},
+                   {"SMB_Negotiate (Server)", NegotiateServerAnalyze}},
+    {0x73, kAndX, {"SMB_SessionSetupAndX (Client)", SessionSetupClientAnalyze},
+                  {"SMB_SessionSetupAndX (Server)", SessionSetupServerAnalyze}},
+    {0x74, kAndX, {"SMB_LogOffAndX (Client)", LogOffAnalyze},
+                  {"SMB_LogOffAndX (Server)", LogOffAnalyze}},
+    {0x75, kAndX, {"SMB_TreeConnectAndX (Client)", TreeConnectClientAnalyze},
+                  {"SMB_TreeConnectAndX (Server)", TreeConnectServerAnalyze}},
+    {0xA0, kAlone, {"SMB_NtTransaction (Client)", NtTransactionClientAnalyze},
+                   {"SMB_NtTransaction (Server)", NtTransactionServerAnalyze}},
+    {0xA2, kAndX, {"SMB_NtCreateAndX (Client)", NtCreateClientAnalyze},
+                  {"SMB_NtCreateAndX (Server)", NtCreateServerAnalyze}},
     // A server sends none; its block is unknown, but marks the result line.
-    {0xA4, kAlone, {"SMB_NtCancel (Client)", EmptyAnalyze}, kUnknown},
-    {0xD0,
-     kAlone,
-     {"SMB_SmbSendSingleBlockMessage (Client)", SendMessageAnalyze},
-     {"SMB_SmbSendSingleBlockMessage (Client)", SendMessageAnalyze}},
+    {0xA4, kAlone, {"SMB_NtCancel (Client)", EmptyAnalyze},
+                   kUnknown},
+    {0xD0, kAlone, {"SMB_SmbSendSingleBlockMessage (Client)", SendMessageAnalyze},
+                   {"SMB_SmbSendSingleBlockMessage (Client)", SendMessageAnalyze}},
 };
+// clang-format on
 
 // A block of a chain.
 struct Link {
   Bytes block;
   uint8_t command = 0;
+
+  // The same place under the same command.
+  bool operator==(const Link& other) const {
+    return block.before() == other.block.before() && command == other.command;
+  }
 };
 
 // Where a chained block leads: to a place counted from the header, applied as if the block followed the header
@@ -234,12 +229,32 @@ bool next_link(Link& link) {
   return true;
 }
 
-// Whether the block is one of the `depth` blocks from `first` on. A chain can lead back, and then must not go round.
-bool was_decoded(Link first, const Link& link, uint32_t depth) {
-  for (; depth != 0; --depth, next_link(first)) {
-    if (first.block.before() == link.block.before() && first.command == link.command) return true;
+// How many blocks a chain has before it comes to one of them again. Where it goes on depends on a block's place alone,
+// so that a chain that leads back would go round for ever. Brent's way of finding a cycle: it takes no memory, and no
+// more steps than a few times the blocks.
+uint32_t distinct_blocks(const Link& first) {
+  Link slow = first;
+  Link fast = first;
+  uint32_t round = 0;
+  for (uint32_t limit = 1;; ++round) {
+    if (round == limit) {
+      slow = fast;
+      limit *= 2;
+      round = 0;
+    }
+    if (!next_link(fast)) return UINT32_MAX;
+    if (fast == slow) break;
   }
-  return false;
+  ++round;
+
+  slow = fast = first;
+  for (uint32_t i = 0; i < round; ++i) next_link(fast);
+  uint32_t lead = 0;
+  for (; !(slow == fast); ++lead) {
+    next_link(slow);
+    next_link(fast);
+  }
+  return lead + round;
 }
 
 // Shows one block. True when the chain goes on behind it.
@@ -301,9 +316,11 @@ void SmbAnalyze(LineList& list, Bytes data) {
   if (failed(data)) return remainder(list, first.block);
 
   state().andxDepth = 0;
+  uint32_t most_blocks = 1;
   for (Link link = first; link.block.size() > 0 && SmbCommandDispatch(list, data, link);) {
+    if (state().andxDepth == 1) most_blocks = distinct_blocks(first);
     const uint32_t before = link.block.before();
-    if (!next_link(link) || was_decoded(first, link, state().andxDepth)) return;
+    if (state().andxDepth == most_blocks || !next_link(link)) return;
     advance(link.block.before() - before);
   }
 }

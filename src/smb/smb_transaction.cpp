@@ -167,11 +167,12 @@ void setup_words(Fields& f, uint32_t count, Format<uint32_t, uint16_t> format, b
 
 constexpr bool kWithSubcommand = true;
 
-// Leaves the cursor behind the byte count.
 struct TransactionAreas {
   Area parameters;
   Area data;
 };
+
+// The lines of a request up to its byte count.
 TransactionAreas request_lines(Fields& f, bool with_subcommand) {
   DspTotalParameterCount(f);
   DspTotalDataCount(f);
