@@ -2,11 +2,11 @@
 #include "core/datablock.hpp"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstring>
 
 #include "core/charset.hpp"
+#include "core/hexdigits.hpp"
 
 namespace wirelines {
 
@@ -16,15 +16,6 @@ constexpr uint32_t kRule = 75;
 constexpr uint32_t kLabelColumn = 62;  // of the character set in a heading
 constexpr uint32_t kHexLine = 57;      // width of a hex line before its text
 constexpr uint32_t kHexColumns[] = {6, 9, 12, 15, 18, 21, 24, 27, 32, 35, 38, 41, 44, 47, 50, 53};
-
-constexpr auto kHexDigits = [] {
-  std::array<char, 512> digits{};
-  for (std::size_t i = 0; i < 256; ++i) {
-    digits[2 * i] = "0123456789ABCDEF"[i >> 4];
-    digits[2 * i + 1] = "0123456789ABCDEF"[i & 15];
-  }
-  return digits;
-}();
 
 // One hex line; `chunk` holds n bytes and blanks behind them.
 void format_hex_line(char* line, uint32_t offset, const uint8_t* chunk, uint32_t n, uint32_t mode) {
@@ -36,7 +27,7 @@ void format_hex_line(char* line, uint32_t offset, const uint8_t* chunk, uint32_t
   char* const columns = line + (offset_digits - 4);
   std::memset(columns + 4, ' ', kHexLine - 4);
   columns[30] = '-';
-  for (uint32_t i = 0; i < 16; ++i) std::memcpy(columns + kHexColumns[i], &kHexDigits[2U * chunk[i]], 2);
+  for (uint32_t i = 0; i < 16; ++i) std::memcpy(columns + kHexColumns[i], kHexPairs[chunk[i]].data(), 2);
   // Kept: the pairs to blank are counted in steps of three columns also across the separator, so that a line of 7
   // bytes or less loses its hyphen and shows parts of the fill bytes' "20".
   for (uint32_t i = 0; i < 16 - n; ++i) columns[53 - 3 * i] = columns[54 - 3 * i] = ' ';

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "core/codepage932.hpp"
+#include "core/hexdigits.hpp"
 
 namespace wirelines {
 
@@ -16,20 +17,11 @@ namespace {
 using format_detail::Kind;
 using format_detail::Piece;
 
-// "00" to "FF" and "00" to "99", two characters each.
-constexpr auto kHexPairs = [] {
-  std::array<char, 512> pairs{};
-  for (std::size_t i = 0; i < 256; ++i) {
-    pairs[2 * i] = "0123456789ABCDEF"[i >> 4];
-    pairs[2 * i + 1] = "0123456789ABCDEF"[i & 15];
-  }
-  return pairs;
-}();
+// "00" to "99".
 constexpr auto kDecimalPairs = [] {
-  std::array<char, 200> pairs{};
+  std::array<TwoDigits, 100> pairs{};
   for (std::size_t i = 0; i < 100; ++i) {
-    pairs[2 * i] = static_cast<char>('0' + i / 10);
-    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
   }
   return pairs;
 }();
@@ -81,18 +73,18 @@ char* put_decimal(char* to, uint32_t v, uint32_t digits) {
       *to = static_cast<char>('0' + v);
       return to + 1;
     }
-    std::memcpy(to, &kDecimalPairs[2 * v], 2);
+    std::memcpy(to, kDecimalPairs[v].data(), 2);
     return to + 2;
   }
   char* const end = to + std::max(decimal_digits(v), std::min(digits, kMostDigits));
   char* p = end;
   for (; v >= 100; v /= 100) {
     p -= 2;
-    std::memcpy(p, &kDecimalPairs[2 * (v % 100)], 2);
+    std::memcpy(p, kDecimalPairs[v % 100].data(), 2);
   }
   if (v >= 10) {
     p -= 2;
-    std::memcpy(p, &kDecimalPairs[2 * v], 2);
+    std::memcpy(p, kDecimalPairs[v].data(), 2);
   } else {
     *--p = static_cast<char>('0' + v);
   }
@@ -102,8 +94,8 @@ char* put_decimal(char* to, uint32_t v, uint32_t digits) {
 
 char* put_hex(char* to, uint32_t v, uint32_t digits) {
   if (digits == 4 && v <= 0xFFFF) {
-    std::memcpy(to, &kHexPairs[2 * (v >> 8)], 2);
-    std::memcpy(to + 2, &kHexPairs[2 * (v & 255)], 2);
+    std::memcpy(to, kHexPairs[v >> 8].data(), 2);
+    std::memcpy(to + 2, kHexPairs[v & 255].data(), 2);
     return to + 4;
   }
   const auto needed = static_cast<uint32_t>(std::bit_width(v | 1) + 3) / 4;
@@ -111,9 +103,9 @@ char* put_hex(char* to, uint32_t v, uint32_t digits) {
   char* p = end;
   for (; p - to >= 2; v >>= 8) {
     p -= 2;
-    std::memcpy(p, &kHexPairs[2 * (v & 255)], 2);
+    std::memcpy(p, kHexPairs[v & 255].data(), 2);
   }
-  if (p > to) *to = kHexPairs[2 * (v & 15) + 1];
+  if (p > to) *to = kHexPairs[v & 15][1];
   return end;
 }
 

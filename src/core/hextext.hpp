@@ -2,10 +2,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include "core/bytes.hpp"
 #include "core/format.hpp"
+#include "core/hexdigits.hpp"
 
 namespace wirelines {
 
@@ -14,9 +16,8 @@ class HexText {
  public:
   explicit HexText(Bytes data) {
     const uint32_t count = std::min(data.readable(), kMaxText / 2);
-    for (uint32_t i = 0; i < count; ++i) {
-      text_[length_++] = "0123456789ABCDEF"[data.u8(i) >> 4];
-      text_[length_++] = "0123456789ABCDEF"[data.u8(i) & 15];
+    for (uint32_t i = 0; i < count; ++i, length_ += 2) {
+      std::memcpy(text_ + length_, kHexPairs[data.u8(i)].data(), 2);
     }
   }
   [[nodiscard]] std::string_view view() const { return {text_, length_}; }

@@ -1,21 +1,24 @@
 // Build step: writes the table from UTF-16 units to code page 932, as this platform's iconv knows it.
 #include <iconv.h>
 
+#include <cerrno>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iostream>
 
 int main(int argc, char** argv) {
-  const iconv_t to_932 = iconv_open("CP932", "UTF-16LE");
-  if (to_932 == reinterpret_cast<iconv_t>(-1)) {
-    std::fputs("make_codepage932: iconv does not know CP932\n", stderr);
+  errno = 0;
+  iconv_t to_932 = iconv_open("CP932", "UTF-16LE");
+  if (errno != 0) {
+    std::cerr << "make_codepage932: iconv does not know CP932\n";
     return EXIT_FAILURE;
   }
-  std::FILE* const out = argc == 2 ? std::fopen(argv[1], "w") : nullptr;
-  if (out == nullptr) {
-    std::fputs("usage: make_codepage932 FILE\n", stderr);
+  if (argc != 2) {
+    std::cerr << "usage: make_codepage932 FILE\n";
     return EXIT_FAILURE;
   }
+  std::ofstream out(argv[1]);
   for (std::uint32_t unit = 0; unit < 0x10000; ++unit) {
     char in[2] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
     char bytes[8] = {};
@@ -32,8 +35,9 @@ int main(int argc, char** argv) {
       if (n == 1) code = first;
       if (n == 2) code = first * 256U + second;
     }
-    std::fprintf(out, "%u,%c", code, unit % 16 == 15 ? '\n' : ' ');
+    out << code << (unit % 16 == 15 ? ",\n" : ", ");
   }
   iconv_close(to_932);
-  return std::fclose(out) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+  out.close();
+  return out ? EXIT_SUCCESS : EXIT_FAILURE;
 }
