@@ -181,9 +181,9 @@ WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
 
 /* ---- Protocols -------------------------------------------------------------------------------------------------- */
 
-/* Each decodes `length` bytes that begin with the header of its protocol and appends their lines, with those of what it
- * carries. Ranges count from the frame offset that this thread's last decode left; data that is too short for the header
- * becomes a data block. */
+/* Each decodes `length` bytes that begin with the header of its protocol and appends their lines, with those of what
+ * it carries. Ranges count from the frame offset that this thread's last decode left; data that is too short for the
+ * header becomes a data block. */
 
 /* IPv4 (RFC 791). */
 WIRELINES_API void IpAnalyze(LineList *list, const uint8_t *data, int32_t length);
@@ -279,8 +279,8 @@ WIRELINES_API void CheckIp(const uint8_t *header, int32_t length, PacketSummary 
 
 /* IPv6 (RFC 8200), at least 40 bytes; nothing is written for less. Writes addresses, zeroes the ports, adds 40 to
  * transportOffset and follows hop-by-hop options, whose length transportOffset does not count. ipProtocol is the last
- * next-header value seen. TCP and UDP as over IPv4; ICMPv6 (RFC 4443), at least 4 bytes: type, error. An error of UDP or
- * ICMPv6 is told where the checksums of message and pseudo header (RFC 8200, 8.1) together are below 65535. */
+ * next-header value seen. TCP and UDP as over IPv4; ICMPv6 (RFC 4443), at least 4 bytes: type, error. An error of UDP
+ * or ICMPv6 is told where the checksums of message and pseudo header (RFC 8200, 8.1) together are below 65535. */
 WIRELINES_API void CheckIpV6(const uint8_t *header, int32_t length, PacketSummary *summary);
 
 /* IPX: packet type into ipProtocol, and both addresses. Missing bytes read zero. */
