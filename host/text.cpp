@@ -19,6 +19,15 @@ constexpr bool lead(unsigned char byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
 
+bool plain_word(const char* bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  // The high bit of a byte is set when it is above 0x7E or set already, and in the second term when it is below 0x20;
+  // a borrow into the next byte can only come from a byte that is found anyway.
+  return (((word + kOnes) | word | (word - 0x20 * kOnes)) & (0x80 * kOnes)) == 0;
+}
+
 void append_picture(Output& out, unsigned char control) {
   const char picture[] = {'\xE2', '\x90', static_cast<char>(0x80 + (control == 0x7F ? 0x21 : control))};
   out.append(std::string_view(picture, sizeof picture));
@@ -32,19 +41,18 @@ bool control(std::string_view utf8) {
 
 }  // namespace
 
-// Eight bytes at a time: nearly all lines are plain, and every line comes this way.
+// Eight bytes at a time, the last eight perhaps for the second time: nearly all lines are plain, and every line comes
+// this way.
 bool is_plain(std::string_view bytes) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  constexpr std::uint64_t kHigh = 0x80 * kOnes;
-  while (bytes.size() >= sizeof(std::uint64_t)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes.data(), sizeof word);
-    // The high bit of a byte is set when it is above 0x7E or set already, and in the second term when it is below
-    // 0x20; a borrow into the next byte can only come from a byte that is found anyway.
-    if ((((word + kOnes) | word | (word - 0x20 * kOnes)) & kHigh) != 0) return false;
-    bytes.remove_prefix(sizeof word);
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  if (bytes.size() < kWord) {
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return plain(static_cast<unsigned char>(c)); });
   }
-  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return plain(static_cast<unsigned char>(c)); });
+  const char* const last = bytes.data() + bytes.size() - kWord;
+  for (const char* p = bytes.data(); p < last; p += kWord) {
+    if (!plain_word(p)) return false;
+  }
+  return plain_word(last);
 }
 
 // A system without this conversion gives a converter that refuses every character; it may be closed all the same.
