@@ -3,9 +3,9 @@
 about="SMB core and LAN Manager commands one by one: open, create, read, write, seek, lock, search, check path, exit"
 packages+=" samba-testsuite"
 
-# part FRAMES TEST COMMAND...: the first short frames with these SMB commands from one test of the suite that comes with
+# take FRAMES TEST COMMAND...: the first short frames with these SMB commands from one test of the suite that comes with
 # the server, added to the trace. The command byte stands 8 bytes into the segment.
-part() {
+take() {
   local frames=$1 test=$2 command commands=
   shift 2
   for command; do commands+="${commands:+ or }tcp[(tcp[12] & 0xf0) / 4 + 8] = $command"; done
@@ -20,20 +20,20 @@ part() {
 sample() {
   smb_server
   mkdir "$work/parts"
-  part 8 raw.open.open 0x02
-  part 4 raw.open.mknew 0x0f
-  part 4 raw.open.create 0x03
-  part 2 raw.open.ctemp 0x0e
-  part 12 raw.read 0x0a
-  part 8 raw.read 0x13
-  part 6 raw.write 0x0b
-  part 6 raw.write 0x14
-  part 6 raw.write 0x2c
-  part 8 raw.seek 0x12
-  part 12 raw.lock.lock 0x0c 0x0d
-  part 12 raw.lock.lockx 0x24
-  part 10 raw.search 0x81 0x82 0x83 0x84
-  part 6 raw.chkpath 0x10
-  part 2 raw.mkdir 0x11
+  take 8 raw.open.open 0x02
+  take 4 raw.open.mknew 0x0f
+  take 4 raw.open.create 0x03
+  take 2 raw.open.ctemp 0x0e
+  take 12 raw.read 0x0a
+  take 8 raw.read 0x13
+  take 6 raw.write 0x0b
+  take 6 raw.write 0x14
+  take 6 raw.write 0x2c
+  take 8 raw.seek 0x12
+  take 12 raw.lock.lock 0x0c 0x0d
+  take 12 raw.lock.lockx 0x24
+  take 10 raw.search 0x81 0x82 0x83 0x84
+  take 6 raw.chkpath 0x10
+  take 2 raw.mkdir 0x11
   mv "$work/all" "$to/smb-old.pcap"
 }
