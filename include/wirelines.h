@@ -198,6 +198,13 @@ WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t lengt
 /* IPv6 (RFC 8200). Of its extension headers only hop-by-hop options are taken apart. */
 WIRELINES_API void Ip6Analyze(LineList *list, const uint8_t *data, int32_t length);
 
+/* PPP over Ethernet (RFC 2516) with what PPP carries: LCP (RFC 1661), IPCP (RFC 1332), PAP (RFC 1334), CHAP (RFC 1994)
+ * and IPv4. The code in the header decides what follows it, tags or a PPP packet; the calls differ in their title and in
+ * the least length, 6 bytes for the discovery stage and 8 for the session stage. A PPP packet is taken to be as long as
+ * the data, whatever the header says. LCP packets of less than 16 bytes, and others of less than 4, show nothing. */
+WIRELINES_API void PPPoEDiscoveryAnalyze(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void PPPSessionAnalyze(LineList *list, const uint8_t *data, int32_t length);
+
 /* ---- Classification --------------------------------------------------------------------------------------------- */
 
 /* What a frame carries, in 90 bytes without padding. Numbers are in the machine's byte order, addresses in the order of
@@ -329,6 +336,9 @@ WIRELINES_API const char *NwPacketToName(uint8_t packetType); /* IPX packet type
 WIRELINES_API const char *NwSocketToName(uint16_t socket);    /* IPX socket */
 WIRELINES_API const char *IcmpTypeInfoToName(uint8_t type);   /* ICMP type (RFC 792, 950, 1256) */
 WIRELINES_API const char *IcmpV6TypeInfoToName(uint8_t type); /* ICMPv6 type (RFC 4443, 2710, 4861) */
+
+/* Returns the static name of a PPPoE code (RFC 2516), or "Unknown". */
+WIRELINES_API const char *PPPSessionToName(uint8_t code);
 
 /* Returns the name of a port: the user's own if the name module has one (at most 35 bytes, in a buffer of the calling
  * thread that the next call overwrites), otherwise the registered keyword in upper case, which can differ between TCP

@@ -17,6 +17,7 @@
 #include "ipv6/ip6_address.hpp"
 #include "ipv6/ipv6.hpp"
 #include "netware/ipx.hpp"
+#include "pppoe/pppoe.hpp"
 #include "wirelines.h"
 
 namespace {
@@ -233,6 +234,20 @@ void IpxAnalyze(LineList* list, const uint8_t* data, int32_t length) {
 
 const char* IcmpV6TypeInfoToName(uint8_t type) {
   return wirelines::IcmpV6TypeInfoToName(type).data();
+}
+
+void PPPoEDiscoveryAnalyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::PPPoEDiscoveryAnalyze(*list, Bytes(data, length));
+}
+
+void PPPSessionAnalyze(LineList* list, const uint8_t* data, int32_t length) {
+  fresh_state();
+  wirelines::PPPSessionAnalyze(*list, Bytes(data, length));
+}
+
+const char* PPPSessionToName(uint8_t code) {
+  return wirelines::PPPSessionToName(code).data();
 }
 
 void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut) {

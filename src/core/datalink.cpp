@@ -12,6 +12,7 @@
 #include "ipv6/ipv6.hpp"
 #include "netware/ipx.hpp"
 #include "netware/netbios_frames.hpp"
+#include "pppoe/pppoe.hpp"
 
 namespace wirelines {
 
@@ -57,6 +58,8 @@ void dispatch_type(LineList& list, uint16_t type, Bytes payload) {
     case 0x8035: ArpAnalyze(list, payload); break;
     case 0x8137: IpxAnalyze(list, payload); break;
     case 0x86DD: Ip6Analyze(list, payload); break;
+    case 0x8863: PPPoEDiscoveryAnalyze(list, payload); break;
+    case 0x8864: PPPSessionAnalyze(list, payload); break;
     default: remainder(list, payload); break;
   }
 }
