@@ -40,7 +40,7 @@ extern "C" {
 
 /* One display line. Made by the library, freed by DelDspBuffer and by nothing else. */
 typedef struct DisplayLine {
-  char *text;            /* zero-terminated, at most 128 bytes, from GetLineBuf */
+  char* text;            /* zero-terminated, at most 128 bytes, from GetLineBuf */
   uint32_t protocolCode; /* a layer's title code (its title and its sub-headings) or title code + 63 (its fields);
                             0 and 63 for a data block; WIRELINES_BLANK for a blank line */
   uint32_t level;        /* 0 title, 1 field, 2 detail below a field, WIRELINES_BLANK for a blank line */
@@ -56,12 +56,12 @@ typedef struct DisplayLine {
 /* A growable array of pointers, owned by the host. All zero is an empty list. The library appends DisplayLine records
  * at index `count`; a host may read `data[0]` to `data[count - 1]` at any time between calls. */
 typedef struct LineList {
-  void **data;      /* the elements, or null while nothing has been stored */
+  void** data;      /* the elements, or null while nothing has been stored */
   int32_t count;    /* elements in use */
   int32_t capacity; /* elements that `data` has room for */
   int32_t growBy;   /* elements to grow by; 0 or less: by half of what is there, at least 64 */
 #ifdef __cplusplus
-  inline int32_t SetAtGrow(int32_t index, void *element);
+  inline int32_t SetAtGrow(int32_t index, void* element);
   inline int32_t SetSize(int32_t newSize, int32_t newGrowBy = -1);
 #endif
 } LineList;
@@ -69,38 +69,38 @@ typedef struct LineList {
 /* Stores `element` at `index` (0 or more), growing the list when index is at or past its count; elements between the
  * old count and `index` become null. Returns 0, or 1 when memory is exhausted or `index` is negative; the list is then
  * unchanged. */
-WIRELINES_API int32_t LineListSetAtGrow(LineList *list, int32_t index, void *element);
+WIRELINES_API int32_t LineListSetAtGrow(LineList* list, int32_t index, void* element);
 
 /* Makes the list `newSize` elements long; added elements are null, dropped ones are not freed. A `growBy` of 0 or more
  * replaces the list's own. Size 0 frees the storage. Returns 0, or 1 when memory is exhausted or `newSize` is
  * negative; the list is then unchanged. */
-WIRELINES_API int32_t LineListSetSize(LineList *list, int32_t newSize, int32_t growBy);
+WIRELINES_API int32_t LineListSetSize(LineList* list, int32_t newSize, int32_t growBy);
 
 /* Returns a new line buffer of 129 bytes, contents undefined, and counts one line in the running decode. Hand it on to
  * AddString, which takes it over. Null when memory is exhausted; ErrMessage(101) has then been called. */
-WIRELINES_API char *GetLineBuf(void);
+WIRELINES_API char* GetLineBuf(void);
 
 /* Appends one record. `text` is a buffer from GetLineBuf that holds a zero-terminated text; the list owns it from here
  * on, whatever comes back. Returns 0, or 1 when memory is exhausted: the text is then freed, the list unchanged, and
  * ErrMessage(101) has been called. */
-WIRELINES_API int32_t AddString(LineList *list, char *text, uint32_t protocolCode, uint32_t level,
-                                uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
+WIRELINES_API int32_t AddString(LineList* list, char* text, uint32_t protocolCode, uint32_t level, uint32_t startOffset,
+                                uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
 
 /* Frees every record and its text, and the list's storage; the list is empty afterwards and can be used again. */
-WIRELINES_API void DelDspBuffer(LineList *list);
+WIRELINES_API void DelDspBuffer(LineList* list);
 
 /* Appends a blank line: empty text, code and level WIRELINES_BLANK, everything else 0. Returns what AddString returns,
  * or 0 when no buffer could be had. */
-WIRELINES_API int32_t NewLine(LineList *list);
+WIRELINES_API int32_t NewLine(LineList* list);
 
 /* Appends a title: `text` set at column 4 of a rule of 75 hyphens, one blank on each side. A text of more than 70
  * bytes is cut. Returns what AddString returns, or 0 when no buffer could be had. */
-WIRELINES_API int32_t DspTitle(LineList *list, const char *text, uint32_t protocolCode, uint32_t level,
+WIRELINES_API int32_t DspTitle(LineList* list, const char* text, uint32_t protocolCode, uint32_t level,
                                uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
 
 /* Returns `s` itself when it is empty, otherwise "(" s ")" in a buffer of the calling thread that the next call
  * overwrites. At most 117 bytes of `s` are taken. */
-WIRELINES_API const char *AddParenthesis(const char *s);
+WIRELINES_API const char* AddParenthesis(const char* s);
 
 /* Shows a zero-terminated text of at most `maxBytes` bytes after `label`, over as many lines as it needs: each line
  * takes (76 - length of the label) bytes of it, rounded down to an even number, and continuation lines begin with as
@@ -108,7 +108,7 @@ WIRELINES_API const char *AddParenthesis(const char *s);
  * range is that of the bytes it shows, the terminator included. A text that fills its last line exactly is followed by
  * a line of blanks for its terminator. Returns the bytes shown, without the terminator; 0, and no line, when
  * `maxBytes` is below 1. Reads at most `maxBytes` bytes. */
-WIRELINES_API int32_t DspTitleString(LineList *list, const char *label, const char *string, int32_t maxBytes,
+WIRELINES_API int32_t DspTitleString(LineList* list, const char* label, const char* string, int32_t maxBytes,
                                      uint32_t protocolCode, uint32_t level, uint32_t startOffset, uint32_t styleIndex,
                                      uint32_t styleGroup);
 
@@ -140,22 +140,22 @@ enum {
  * that was decoded: where a host lets its view begin. 0 when only the frame header was shown or memory ran out in it.
  * A layer that was too short for its own title counts too: the line at the index is then another one, or the index is
  * that of the line after the last. */
-WIRELINES_API uint32_t AnalyzeOutput(LineList *list, const uint8_t *frame, int32_t length, uint32_t timeWord0,
+WIRELINES_API uint32_t AnalyzeOutput(LineList* list, const uint8_t* frame, int32_t length, uint32_t timeWord0,
                                      uint32_t timeWord1, uint32_t charSetMode);
 
 /* Dumps `length` bytes as hex lines of 16 bytes without decoding them; codes, levels, ranges and styles are all 0.
  * Returns 0. */
-WIRELINES_API uint32_t HexOutput(LineList *list, const uint8_t *data, int32_t length, uint32_t charSetMode);
+WIRELINES_API uint32_t HexOutput(LineList* list, const uint8_t* data, int32_t length, uint32_t charSetMode);
 
 /* Appends hex lines of 16 bytes with the given attributes, in the character set of the last AnalyzeOutput or HexOutput
  * of this thread. The line at block offset k with n bytes covers startOffset + k to startOffset + k + n - 1; a
  * startOffset of 0 makes every start 0, an endOffset of 0 every end 0. Nothing when `length` is below 1. */
-WIRELINES_API void HexDump(LineList *list, const uint8_t *data, int32_t length, uint32_t protocolCode, uint32_t level,
+WIRELINES_API void HexDump(LineList* list, const uint8_t* data, int32_t length, uint32_t protocolCode, uint32_t level,
                            uint32_t startOffset, uint32_t endOffset, uint32_t styleIndex, uint32_t styleGroup);
 
 /* Appends a data block: a blank line, a heading with the byte count and the character set, and hex lines. Nothing when
  * `length` is below 1. */
-WIRELINES_API void UnKnownProtocol(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void UnKnownProtocol(LineList* list, const uint8_t* data, int32_t length);
 
 /* ---- Data link -------------------------------------------------------------------------------------------------- */
 
@@ -170,14 +170,14 @@ enum {
 
 /* Returns the framing of a frame of which at least 17 bytes are readable. Unless it is Ethernet II, stores byte 15
  * through `ssapOut` and byte 14 through `dsapOut`. */
-WIRELINES_API int32_t CheckFrameType(const uint8_t *frame, uint8_t *ssapOut, uint8_t *dsapOut);
+WIRELINES_API int32_t CheckFrameType(const uint8_t* frame, uint8_t* ssapOut, uint8_t* dsapOut);
 
 /* Returns 1 and stores the protocol type of a frame of which at least 22 bytes are readable: the EtherType, the SNAP
  * protocol type, or DSAP x 256 + SSAP. Returns 0 and stores nothing when an LLC UI frame has neither. */
-WIRELINES_API int32_t GetProtocolType(const uint8_t *frame, uint16_t *typeOut);
+WIRELINES_API int32_t GetProtocolType(const uint8_t* frame, uint16_t* typeOut);
 
 /* Returns the static name of an EtherType, or "". */
-WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
+WIRELINES_API const char* TypeToProtocolName(uint16_t etherType);
 
 /* ---- Protocols -------------------------------------------------------------------------------------------------- */
 
@@ -186,24 +186,24 @@ WIRELINES_API const char *TypeToProtocolName(uint16_t etherType);
  * header becomes a data block. */
 
 /* IPv4 (RFC 791). */
-WIRELINES_API void IpAnalyze(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void IpAnalyze(LineList* list, const uint8_t* data, int32_t length);
 
 /* ARP (RFC 826) or RARP (RFC 903) for Ethernet and IPv4; at least 28 bytes. */
-WIRELINES_API void ArpAnalyze(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void ArpAnalyze(LineList* list, const uint8_t* data, int32_t length);
 
 /* IPX, the Internetwork Packet Exchange of NetWare, after Xerox' Internet Datagram Protocol (XSIS 028112). What the
  * header carries is cut to the packet's own length field; a packet that claims less than its header carries nothing. */
-WIRELINES_API void IpxAnalyze(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void IpxAnalyze(LineList* list, const uint8_t* data, int32_t length);
 
 /* IPv6 (RFC 8200). Of its extension headers only hop-by-hop options are taken apart. */
-WIRELINES_API void Ip6Analyze(LineList *list, const uint8_t *data, int32_t length);
+WIRELINES_API void Ip6Analyze(LineList* list, const uint8_t* data, int32_t length);
 
 /* PPP over Ethernet (RFC 2516) with what PPP carries: LCP (RFC 1661), IPCP (RFC 1332), PAP (RFC 1334), CHAP (RFC 1994)
- * and IPv4. The code in the header decides what follows it, tags or a PPP packet; the calls differ in their title and in
- * the least length, 6 bytes for the discovery stage and 8 for the session stage. A PPP packet is taken to be as long as
- * the data, whatever the header says. LCP packets of less than 16 bytes, and others of less than 4, show nothing. */
-WIRELINES_API void PPPoEDiscoveryAnalyze(LineList *list, const uint8_t *data, int32_t length);
-WIRELINES_API void PPPSessionAnalyze(LineList *list, const uint8_t *data, int32_t length);
+ * and IPv4. The code in the header decides what follows it, tags or a PPP packet; the calls differ in their title and
+ * in the least length, 6 bytes for the discovery stage and 8 for the session stage. A PPP packet is taken to be as long
+ * as the data, whatever the header says. LCP packets of less than 16 bytes, and others of less than 4, show nothing. */
+WIRELINES_API void PPPoEDiscoveryAnalyze(LineList* list, const uint8_t* data, int32_t length);
+WIRELINES_API void PPPSessionAnalyze(LineList* list, const uint8_t* data, int32_t length);
 
 /* ---- Classification --------------------------------------------------------------------------------------------- */
 
@@ -212,32 +212,32 @@ WIRELINES_API void PPPSessionAnalyze(LineList *list, const uint8_t *data, int32_
  * the host put there. Checksum errors are added with OR. */
 #pragma pack(push, 1)
 typedef struct PacketSummary {
-  uint32_t frameKind;       /* CheckFrameType's framing, or 0 for a frame of less than 17 bytes */
-  uint8_t dsap;             /* byte 14; not written for Ethernet II */
-  uint8_t ssap;             /* byte 15; likewise */
-  uint16_t etherType;       /* Ethernet II type or SNAP protocol type */
-  uint32_t networkCode;     /* WIRELINES_NET_..., or 0 */
-  uint8_t ipProtocol;       /* IPv4 protocol, last IPv6 next-header value seen, or IPX packet type */
-  uint8_t dstIp[4];         /* IPv4 destination, or target protocol address of ARP and RARP */
-  uint8_t dstIp6[16];       /* IPv6 destination */
-  uint8_t reserved1;        /* never written, as the two others */
-  uint16_t dstPort;         /* TCP or UDP; 0 for IPv4 fragments and other IPv6 payloads */
-  uint16_t srcPort;         /* likewise */
-  uint8_t srcIp[4];         /* IPv4 source, or sender protocol address of ARP and RARP */
-  uint8_t srcIp6[16];       /* IPv6 source */
-  uint8_t ipxDstNet[4];     /* IPX destination: network, node and socket */
+  uint32_t frameKind;   /* CheckFrameType's framing, or 0 for a frame of less than 17 bytes */
+  uint8_t dsap;         /* byte 14; not written for Ethernet II */
+  uint8_t ssap;         /* byte 15; likewise */
+  uint16_t etherType;   /* Ethernet II type or SNAP protocol type */
+  uint32_t networkCode; /* WIRELINES_NET_..., or 0 */
+  uint8_t ipProtocol;   /* IPv4 protocol, last IPv6 next-header value seen, or IPX packet type */
+  uint8_t dstIp[4];     /* IPv4 destination, or target protocol address of ARP and RARP */
+  uint8_t dstIp6[16];   /* IPv6 destination */
+  uint8_t reserved1;    /* never written, as the two others */
+  uint16_t dstPort;     /* TCP or UDP; 0 for IPv4 fragments and other IPv6 payloads */
+  uint16_t srcPort;     /* likewise */
+  uint8_t srcIp[4];     /* IPv4 source, or sender protocol address of ARP and RARP */
+  uint8_t srcIp6[16];   /* IPv6 source */
+  uint8_t ipxDstNet[4]; /* IPX destination: network, node and socket */
   uint8_t ipxDstNode[6];
   uint16_t ipxDstSocket;
-  uint8_t ipxSrcNet[4];     /* IPX source */
+  uint8_t ipxSrcNet[4]; /* IPX source */
   uint8_t ipxSrcNode[6];
   uint16_t ipxSrcSocket;
-  uint8_t typeCode;         /* TCP flags, ICMP or ICMPv6 type, low byte of the ARP or RARP operation, or PPPoE
-                               discovery code */
+  uint8_t typeCode; /* TCP flags, ICMP or ICMPv6 type, low byte of the ARP or RARP operation, or PPPoE
+                       discovery code */
   uint8_t reserved2;
   uint16_t networkOffset;   /* of the network header in the frame; IPv4 and IPv6 only */
   uint16_t transportOffset; /* of the transport header; see CheckIp and CheckIpV6 */
   uint8_t reserved3;
-  uint8_t errorFlags;       /* WIRELINES_BAD_... */
+  uint8_t errorFlags; /* WIRELINES_BAD_... */
 } PacketSummary;
 #pragma pack(pop)
 
@@ -275,27 +275,27 @@ enum {
  * CheckPacket classifies a frame from its destination address on. It zeroes frameKind, networkCode, ipProtocol,
  * networkOffset and transportOffset first, then fills in what it finds. A host that counts errors zeroes errorFlags
  * before each call. Of a frame of less than 17 bytes nothing is looked at. */
-WIRELINES_API void CheckPacket(const uint8_t *frame, int32_t length, PacketSummary *summary);
+WIRELINES_API void CheckPacket(const uint8_t* frame, int32_t length, PacketSummary* summary);
 
 /* IPv4 (RFC 791), at least 20 bytes; nothing is written for less. Writes addresses and protocol and adds the header
  * length to transportOffset. A fragment has ports 0 and no transport error; one with an offset other than 0 gets
  * networkCode WIRELINES_NET_IP_FRAGMENT and nothing more. TCP (RFC 9293): ports, flags, error; UDP (RFC 768): ports,
  * error; ICMP: type, error; each where its 20, 8 or 4 bytes are there. IPv6 (protocol 41, RFC 4213): networkCode, then
  * as CheckIpV6, the header length being added to networkOffset once and to transportOffset a second time. */
-WIRELINES_API void CheckIp(const uint8_t *header, int32_t length, PacketSummary *summary);
+WIRELINES_API void CheckIp(const uint8_t* header, int32_t length, PacketSummary* summary);
 
 /* IPv6 (RFC 8200), at least 40 bytes; nothing is written for less. Writes addresses, zeroes the ports, adds 40 to
  * transportOffset and follows hop-by-hop options, whose length transportOffset does not count. ipProtocol is the last
  * next-header value seen. TCP and UDP as over IPv4; ICMPv6 (RFC 4443), at least 4 bytes: type, error. An error of UDP
  * or ICMPv6 is told where the checksums of message and pseudo header (RFC 8200, 8.1) together are below 65535. */
-WIRELINES_API void CheckIpV6(const uint8_t *header, int32_t length, PacketSummary *summary);
+WIRELINES_API void CheckIpV6(const uint8_t* header, int32_t length, PacketSummary* summary);
 
 /* IPX: packet type into ipProtocol, and both addresses. Missing bytes read zero. */
-WIRELINES_API void CheckIpx(const uint8_t *header, int32_t length, PacketSummary *summary);
+WIRELINES_API void CheckIpx(const uint8_t* header, int32_t length, PacketSummary* summary);
 
 /* A PPPoE session (RFC 2516) from its PPPoE header on, at least 8 bytes: networkCode for LCP, CHAP, PAP and IPCP (RFC
  * 1661, 1994, 1334, 1332), or that of IPv4 and then as CheckIp. */
-WIRELINES_API void CheckPppSession(const uint8_t *header, int32_t length, PacketSummary *summary);
+WIRELINES_API void CheckPppSession(const uint8_t* header, int32_t length, PacketSummary* summary);
 
 /* ---- Addresses -------------------------------------------------------------------------------------------------- */
 
@@ -308,42 +308,42 @@ WIRELINES_API void CheckPppSession(const uint8_t *header, int32_t length, Packet
  * FormatIp6AddrSimple2 (40 bytes): the first run of zero groups compressed, even a run of one; later zero groups are
  * shown. Unlike RFC 5952, an address that begins with zeros has one colon there: ::1 gives ":1". All zeros give "::".
  * The result has no meaning. */
-WIRELINES_API void FormatIp6Addr(char *out, const uint8_t *address);
-WIRELINES_API void FormatIp6AddrSimple(char *out, const uint8_t *address);
-WIRELINES_API int32_t FormatIp6AddrSimple2(char *out, const uint8_t *address);
+WIRELINES_API void FormatIp6Addr(char* out, const uint8_t* address);
+WIRELINES_API void FormatIp6AddrSimple(char* out, const uint8_t* address);
+WIRELINES_API int32_t FormatIp6AddrSimple2(char* out, const uint8_t* address);
 
 /* ---- Checksums -------------------------------------------------------------------------------------------------- */
 
 /* The Internet checksum (RFC 1071): the one's complement of the one's-complement sum of `length` bytes as big-endian
  * words; an odd last byte counts as a word that ends with a zero byte. Returns 0 to 65535; 0 when the data includes its
  * own right checksum. A length below 1 sums nothing. */
-WIRELINES_API uint32_t IpCheckSum(const uint8_t *data, int32_t length);
+WIRELINES_API uint32_t IpCheckSum(const uint8_t* data, int32_t length);
 
 /* The same over a pseudo header (12 bytes for IPv4, RFC 793 and 768; 40 bytes for IPv6, RFC 8200) followed by a TCP or
  * UDP message. */
-WIRELINES_API uint32_t CulUdpChksum(const uint8_t *message, int32_t length, const uint8_t *pseudoHeader,
+WIRELINES_API uint32_t CulUdpChksum(const uint8_t* message, int32_t length, const uint8_t* pseudoHeader,
                                     int32_t pseudoLength);
 
 /* Fills the 12 bytes at `pseudoOut` with the pseudo header of a datagram of whose IPv4 header 20 bytes are readable:
  * both addresses, a zero byte, the protocol, and the total length less the header length (modulo 65536). */
-WIRELINES_API void IpPsuadoHeder(const uint8_t *header, uint8_t *pseudoOut);
+WIRELINES_API void IpPsuadoHeder(const uint8_t* header, uint8_t* pseudoOut);
 
 /* ---- Names ------------------------------------------------------------------------------------------------------ */
 
 /* Each returns a static name, or "" for a code without one. */
-WIRELINES_API const char *IpProtocolToName(uint8_t protocol); /* IP protocol, IPv6 next header (IANA numbers) */
-WIRELINES_API const char *NwPacketToName(uint8_t packetType); /* IPX packet type */
-WIRELINES_API const char *NwSocketToName(uint16_t socket);    /* IPX socket */
-WIRELINES_API const char *IcmpTypeInfoToName(uint8_t type);   /* ICMP type (RFC 792, 950, 1256) */
-WIRELINES_API const char *IcmpV6TypeInfoToName(uint8_t type); /* ICMPv6 type (RFC 4443, 2710, 4861) */
+WIRELINES_API const char* IpProtocolToName(uint8_t protocol); /* IP protocol, IPv6 next header (IANA numbers) */
+WIRELINES_API const char* NwPacketToName(uint8_t packetType); /* IPX packet type */
+WIRELINES_API const char* NwSocketToName(uint16_t socket);    /* IPX socket */
+WIRELINES_API const char* IcmpTypeInfoToName(uint8_t type);   /* ICMP type (RFC 792, 950, 1256) */
+WIRELINES_API const char* IcmpV6TypeInfoToName(uint8_t type); /* ICMPv6 type (RFC 4443, 2710, 4861) */
 
 /* Returns the static name of a PPPoE code (RFC 2516), or "Unknown". */
-WIRELINES_API const char *PPPSessionToName(uint8_t code);
+WIRELINES_API const char* PPPSessionToName(uint8_t code);
 
 /* Returns the name of a port: the user's own if the name module has one (at most 35 bytes, in a buffer of the calling
  * thread that the next call overwrites), otherwise the registered keyword in upper case, which can differ between TCP
  * (`protocol` 6) and UDP (17), or "". Ports as the IANA registry lists them. */
-WIRELINES_API const char *PortToName(uint16_t port, uint8_t protocol);
+WIRELINES_API const char* PortToName(uint16_t port, uint8_t protocol);
 
 /* ---- Calendar --------------------------------------------------------------------------------------------------- */
 
@@ -351,7 +351,7 @@ WIRELINES_API const char *PortToName(uint16_t port, uint8_t protocol);
  * not by 100, or by 400. The time line of a frame adds 1996 to the year. */
 
 /* Stores the year (from 1), month (1 to 12) and day (1 to 31) of a day number. A null pointer is skipped. */
-WIRELINES_API void gdate_daytodmy(uint32_t dayNumber, uint32_t *yearOut, uint32_t *monthOut, uint32_t *dayOut);
+WIRELINES_API void gdate_daytodmy(uint32_t dayNumber, uint32_t* yearOut, uint32_t* monthOut, uint32_t* dayOut);
 
 /* Returns the day number of a date; the month is 1 to 12. */
 WIRELINES_API uint32_t gdate_dmytoday(uint32_t year, uint32_t month, uint32_t day);
@@ -365,7 +365,9 @@ WIRELINES_API uint32_t gdate_weekday(uint32_t dayNumber);
 #ifdef __cplusplus
 }
 
-inline int32_t LineList::SetAtGrow(int32_t index, void *element) { return LineListSetAtGrow(this, index, element); }
+inline int32_t LineList::SetAtGrow(int32_t index, void* element) {
+  return LineListSetAtGrow(this, index, element);
+}
 inline int32_t LineList::SetSize(int32_t newSize, int32_t newGrowBy) {
   return LineListSetSize(this, newSize, newGrowBy);
 }

@@ -30,12 +30,12 @@ extern "C" {
  * 36). A look-up allocates nothing, and while there is no name of its kind it costs next to nothing. The decoder asks
  * with the texts shown here; the other forms of NickNameKind are understood too. */
 
-VEK4003_API int32_t StationToNickName(const char *address, char *nameOut);  /* "0123456789AB" */
-VEK4003_API int32_t IpStrToNickName(const char *address, char *nameOut);    /* "192.0.2.1" */
-VEK4003_API int32_t Ip6StrToNickName(const char *address, char *nameOut);   /* "FE80:0:0:0:0:0:0:1", "FE80::1" */
-VEK4003_API int32_t PortStrToNickName(const char *port, char *nameOut);     /* "80" */
-VEK4003_API int32_t SapToName(const char *dsap, const char *ssap, char *nameOut); /* "E0", "E0" */
-VEK4003_API int32_t ProtocolTypeToName(const char *type, char *nameOut);    /* "0800" */
+VEK4003_API int32_t StationToNickName(const char* address, char* nameOut);        /* "0123456789AB" */
+VEK4003_API int32_t IpStrToNickName(const char* address, char* nameOut);          /* "192.0.2.1" */
+VEK4003_API int32_t Ip6StrToNickName(const char* address, char* nameOut);         /* "FE80:0:0:0:0:0:0:1", "FE80::1" */
+VEK4003_API int32_t PortStrToNickName(const char* port, char* nameOut);           /* "80" */
+VEK4003_API int32_t SapToName(const char* dsap, const char* ssap, char* nameOut); /* "E0", "E0" */
+VEK4003_API int32_t ProtocolTypeToName(const char* type, char* nameOut);          /* "0800" */
 
 /* Kinds of names, and the forms of their keys; letters count alike in either case. */
 typedef enum NickNameKind {
@@ -58,7 +58,7 @@ typedef enum NickNameFormat {
 
 /* Told of a line that could not be used: the file, the line number counted from 1 (0: the file itself could not be
  * read), the reason, and the caller's `context`. The texts are valid during the call only. */
-typedef void (*NickNameProblem)(const char *file, int32_t line, const char *reason, void *context);
+typedef void (*NickNameProblem)(const char* file, int32_t line, const char* reason, void* context);
 
 /* Reads a file of names: blanks and tabs between words, either kind of line end, lines of at most 8192 bytes. '#'
  * begins a comment, in our own format only at the start of a line or after a blank. A name that is there already for
@@ -66,16 +66,16 @@ typedef void (*NickNameProblem)(const char *file, int32_t line, const char *reas
  * the first one in the others, as the system reads them. A bad line is told to `problem` (may be null) and the rest is
  * still read. Returns the number of names taken, or -1 when the file could not be read to its end or memory is
  * exhausted; then `problem` is told why and no name is taken. */
-VEK4003_API int32_t NickNameLoad(const char *file, NickNameFormat format, NickNameProblem problem, void *context);
+VEK4003_API int32_t NickNameLoad(const char* file, NickNameFormat format, NickNameProblem problem, void* context);
 
 /* Gives `key` the name `name`; an earlier name is replaced. Keys are accepted in the forms of NickNameKind and made
  * one. A name is any bytes, UTF-8 for one, but no control bytes; not empty, not longer than the look-ups say, not with
  * a blank at either end, and without a '#' at its start or after a blank, where a file would take it for a comment.
  * Returns null, or why the key or the name cannot be used (static text). */
-VEK4003_API const char *NickNameAdd(NickNameKind kind, const char *key, const char *name);
+VEK4003_API const char* NickNameAdd(NickNameKind kind, const char* key, const char* name);
 
 /* Forgets the name of `key`. Returns 1, or 0 when it had none. */
-VEK4003_API int32_t NickNameRemove(NickNameKind kind, const char *key);
+VEK4003_API int32_t NickNameRemove(NickNameKind kind, const char* key);
 
 /* Forgets all names. */
 VEK4003_API void NickNameClear(void);
@@ -84,14 +84,14 @@ VEK4003_API void NickNameClear(void);
  * are valid during the call only; the key is in the form that files are saved with: "0123456789AB", "192.0.2.1",
  * "fe80::1", "80", "E0E0", "0800". The names are those of the moment of the call, whatever `visit` changes. Returns 1,
  * or 0 when memory is exhausted and nothing was visited. */
-typedef int32_t (*NickNameVisit)(NickNameKind kind, const char *key, const char *name, void *context);
-VEK4003_API int32_t NickNameEach(NickNameVisit visit, void *context);
+typedef int32_t (*NickNameVisit)(NickNameKind kind, const char* key, const char* name, void* context);
+VEK4003_API int32_t NickNameEach(NickNameVisit visit, void* context);
 
 /* Writes all names to `file` in the format NICKNAME_OWN: to a new file beside it first, which then takes its place, so
  * that the file is never seen half written and keeps its permissions; of a symbolic link the file at its end is
  * replaced. Comments that the file held are lost. Returns null, or why it failed (static text, or the calling thread's
  * until its next call); then the file is as it was. */
-VEK4003_API const char *NickNameSave(const char *file);
+VEK4003_API const char* NickNameSave(const char* file);
 
 #ifdef __cplusplus
 }
