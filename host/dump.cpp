@@ -34,6 +34,7 @@ void add_dump(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("dump", "Show the bytes of frames in hexadecimal and as text");
   auto options = std::make_shared<DumpOptions>();
   add_input_options(*app, options->input);
+  add_charset_option(*app, options->input);
   add_utc_option(*app);
   options->color.add(*app);
   app->footer(

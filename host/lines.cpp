@@ -51,21 +51,17 @@ void LinePrinter::frame(const Frame& frame, bool name_trace) {
 
 // Microseconds, or nanoseconds where the trace has them.
 void LinePrinter::time(const Frame& frame) {
-  if (frame.seconds != seconds_) {
-    const std::time_t seconds = frame.seconds;
-    if (localtime_r(&seconds, &broken_down_) == nullptr) broken_down_ = {};
-    seconds_ = frame.seconds;
-  }
+  const std::tm& local = clock_.at(frame.seconds);
   const auto put = [this](int value, int width, char behind) {
     out_.number(static_cast<std::uint64_t>(value), width);
     out_.append(behind);
   };
-  put(broken_down_.tm_year + 1900, 4, '-');
-  put(broken_down_.tm_mon + 1, 2, '-');
-  put(broken_down_.tm_mday, 2, ' ');
-  put(broken_down_.tm_hour, 2, ':');
-  put(broken_down_.tm_min, 2, ':');
-  put(broken_down_.tm_sec, 2, '.');
+  put(local.tm_year + 1900, 4, '-');
+  put(local.tm_mon + 1, 2, '-');
+  put(local.tm_mday, 2, ' ');
+  put(local.tm_hour, 2, ':');
+  put(local.tm_min, 2, ':');
+  put(local.tm_sec, 2, '.');
   if (frame.nanoseconds % 1000 == 0) {
     out_.number(frame.nanoseconds / 1000, 6);
   } else {

@@ -3,8 +3,7 @@
 
 #include <wirelines.h>
 
-#include <ctime>
-
+#include "clock.hpp"
 #include "output.hpp"
 #include "text.hpp"
 #include "trace.hpp"
@@ -31,8 +30,7 @@ class LinePrinter {
   bool color_;
   Text text_;
   const std::string* trace_ = nullptr;  // the trace of the last frame
-  std::int64_t seconds_ = -1;           // what broken_down_ stands for
-  std::tm broken_down_{};
+  Clock clock_;
 };
 
 // For programs and golden files: "CODE LEVEL START-END STYLEINDEX,STYLEGROUP |TEXT|", numbers in unsigned decimal,

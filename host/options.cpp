@@ -69,11 +69,14 @@ void add_input_options(CLI::App& app, InputOptions& options) {
       ->check([](const std::string& count) {
         return count == "0" ? std::string("at least one frame must be wanted") : std::string();
       });
+  app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
+}
+
+void add_charset_option(CLI::App& app, InputOptions& options) {
   app.add_option_function<std::string>(
          "--charset", [&options](const std::string& name) { options.charset = charset(name); },
          "Text of data blocks: ascii, sjis, jis, utf16, euc, ebcdic, raw")
       ->type_name("SET");
-  app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
 void add_utc_option(CLI::App& app) {

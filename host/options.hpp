@@ -25,6 +25,9 @@ struct InputOptions {
 
 void add_input_options(CLI::App& app, InputOptions& options);
 
+// --charset, for the commands that show data blocks.
+void add_charset_option(CLI::App& app, InputOptions& options);
+
 // --utc: takes effect at once, for the library's time line and for our own.
 void add_utc_option(CLI::App& app);
 

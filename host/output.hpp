@@ -48,6 +48,14 @@ class Output {
     number(value);
   }
 
+  // `value` with blanks in front to `width` columns.
+  void right(std::uint64_t value, std::size_t width) {
+    std::array<char, 20> digits;  // not initialised either
+    const auto size = static_cast<std::size_t>(std::to_chars(digits.begin(), digits.end(), value).ptr - digits.data());
+    if (size < width) blanks(width - size);
+    append({digits.data(), size});
+  }
+
   // Writes what is buffered. After the first failed write everything is dropped: the work can go on or stop, and
   // error() tells.
   void flush();

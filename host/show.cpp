@@ -46,6 +46,7 @@ void add_show(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("show", "Show the frames of traces, decoded line by line");
   auto options = std::make_shared<ShowOptions>();
   add_input_options(*app, options->input);
+  add_charset_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);
   options->color.add(*app);

@@ -1,0 +1,49 @@
+// wirelines list: a row for every frame.
+#include <memory>
+
+#include "commands.hpp"
+#include "names.hpp"
+#include "rows.hpp"
+#include "walk.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct ListOptions {
+  InputOptions input;
+  NameOptions names;
+  ColorOption color;
+};
+
+int list(const ListOptions& options, Output& out) {
+  Names names(options.names);
+  RowPrinter printer(out, options.color.wanted());
+  const std::string* trace = nullptr;
+
+  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
+    if (frame.trace != trace) names.use(*frame.trace);
+    trace = frame.trace;
+    printer.row(frame);
+  });
+  return finish(out, exit_code);
+}
+
+}  // namespace
+
+void add_list(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("list", "List the frames of traces, one a line");
+  auto options = std::make_shared<ListOptions>();
+  add_input_options(*app, options->input);
+  add_name_options(*app, options->names);
+  add_utc_option(*app);
+  options->color.add(*app);
+  app->footer(
+      "Columns: number, time of day, source, destination, protocol, length on the wire, note.\n"
+      "Examples:\n"
+      "  wirelines list trace.pcap | grep checksum  frames with a wrong checksum\n"
+      "  tcpdump -w - -U | wirelines list -         frames as they come");
+  app->callback([&run, options] { run = [options](Output& out) { return list(*options, out); }; });
+}
+
+}  // namespace wirelines::host

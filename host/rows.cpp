@@ -1,0 +1,527 @@
+#include "rows.hpp"
+
+#include <arpa/inet.h>
+#include <vek4003.h>
+
+#include <charconv>
+#include <cstddef>
+
+namespace wirelines::host {
+
+namespace {
+
+// As wide as most values are: an IPv6 address often is longer, and pushes.
+constexpr std::size_t kNumberWidth = 5;
+constexpr std::size_t kAddressWidth = 17;
+constexpr std::size_t kProtocolWidth = 7;
+constexpr std::size_t kLengthWidth = 4;
+
+constexpr std::string_view kPlain = "\x1B[0m";
+constexpr std::string_view kBadColor = "\x1B[1;38;5;160m";
+constexpr std::string_view kTcpColor = "\x1B[38;5;32m";
+constexpr std::string_view kUdpColor = "\x1B[38;5;30m";
+constexpr std::string_view kControlColor = "\x1B[38;5;133m";  // ICMP, IGMP
+constexpr std::string_view kArpColor = "\x1B[38;5;136m";
+constexpr std::string_view kNetwareColor = "\x1B[38;5;64m";
+constexpr std::string_view kPppColor = "\x1B[38;5;97m";
+
+constexpr std::uint8_t kIcmp = 1;
+constexpr std::uint8_t kIgmp = 2;
+constexpr std::uint8_t kTcp = 6;
+constexpr std::uint8_t kUdp = 17;
+constexpr std::uint8_t kIcmpV6 = 58;
+
+constexpr std::uint16_t kPppoeSession = 0x8864;
+constexpr std::uint32_t kMacHeader = 14;
+constexpr std::uint32_t kSnapHeader = 22;
+constexpr std::uint32_t kIpHeader = 20;
+constexpr std::uint32_t kIp6Header = 40;
+
+// No ICMP type and no PPPoE code: put where the classifier writes one, it stays when the frame has none.
+constexpr std::uint8_t kNoType = 0xFF;
+
+constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up gives
+
+// A short text put together by hand: an address, or the user's name for it.
+class Label {
+ public:
+  const char* c_str() {
+    *end_ = '\0';
+    return text_;
+  }
+  [[nodiscard]] std::string_view view() const { return {text_, static_cast<std::size_t>(end_ - text_)}; }
+
+  void append(char c) { *end_++ = c; }
+  void append(std::string_view text) {
+    std::memcpy(end_, text.data(), text.size());
+    end_ += text.size();
+  }
+  void decimal(std::uint8_t value) { end_ = std::to_chars(end_, end_ + 3, value).ptr; }
+  void hex(std::uint8_t byte) {
+    constexpr const char* kDigits = "0123456789abcdef";
+    *end_++ = kDigits[byte >> 4];
+    *end_++ = kDigits[byte & 0x0F];
+  }
+
+  // Takes the name in the place of the text, if it has one.
+  void look_up(std::int32_t (*to_name)(const char*, char*)) {
+    char name[kNameRoom];
+    if (to_name(c_str(), name) != 1) return;
+    end_ = text_;
+    append(std::string_view(name));
+  }
+
+ private:
+  char text_[64];  // the longest: an IPv6 address, and an IPX network with the name of a station
+  char* end_ = text_;
+};
+
+Label station(const std::uint8_t* mac) {
+  Label label;
+  for (int i = 0; i < 6; i++) {
+    if (i > 0) label.append(':');
+    label.hex(mac[i]);
+  }
+  label.look_up(StationToNickName);
+  return label;
+}
+
+Label ip(const std::uint8_t* address) {
+  Label label;
+  for (int i = 0; i < 4; i++) {
+    if (i > 0) label.append('.');
+    label.decimal(address[i]);
+  }
+  label.look_up(IpStrToNickName);
+  return label;
+}
+
+Label ip6(const std::uint8_t* address) {
+  char text[INET6_ADDRSTRLEN];
+  Label label;
+  label.append(std::string_view(inet_ntop(AF_INET6, address, text, sizeof text)));
+  label.look_up(Ip6StrToNickName);
+  return label;
+}
+
+// "c0a80100.00001b123456": most networks are 0 or 1, so zeros in front are left out.
+Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
+  Label label;
+  char digits[8];
+  std::uint32_t number = 0;
+  for (int i = 0; i < 4; i++) number = number << 8 | network[i];
+  label.append({digits, static_cast<std::size_t>(std::to_chars(digits, digits + 8, number, 16).ptr - digits)});
+  label.append('.');
+
+  Label address;
+  for (int i = 0; i < 6; i++) address.hex(node[i]);
+  address.look_up(StationToNickName);
+  label.append(address.view());
+  return label;
+}
+
+constexpr const char* kFlagNames[] = {"FIN", "SYN", "RST", "PSH", "ACK", "URG", "ECE", "CWR"};
+
+void tcp_flags(Output& out, std::uint8_t flags) {
+  char before = '[';
+  for (unsigned i = 0; i < 8; i++) {
+    if ((flags >> i & 1) == 0) continue;
+    out.append(before);
+    out.append(kFlagNames[i]);
+    before = ' ';
+  }
+  if (before == '[') out.append(before);
+  out.append(']');
+}
+
+const char* link_name(std::uint32_t frame_kind) {
+  switch (frame_kind) {
+    case WIRELINES_LLC:
+    case WIRELINES_LLC_S_U: return "LLC";
+    case WIRELINES_SNAP: return "SNAP";
+    default: return "Ether";
+  }
+}
+
+struct Protocol {
+  std::string_view name;
+  std::string_view color;  // that of its family; empty for those without one
+};
+
+Protocol protocol_of(const PacketSummary& summary) {
+  switch (summary.networkCode) {
+    case WIRELINES_NET_IP:
+    case WIRELINES_NET_IP_FRAGMENT:
+    case WIRELINES_NET_IP6:
+      switch (summary.ipProtocol) {
+        case kTcp: return {"TCP", kTcpColor};
+        case kUdp: return {"UDP", kUdpColor};
+        case kIcmp: return {"ICMP", kControlColor};
+        case kIgmp: return {"IGMP", kControlColor};
+        case kIcmpV6: return {"ICMPv6", kControlColor};
+        default: return {summary.networkCode == WIRELINES_NET_IP6 ? "IPv6" : "IP", ""};
+      }
+    case WIRELINES_NET_ARP: return {"ARP", kArpColor};
+    case WIRELINES_NET_RARP: return {"RARP", kArpColor};
+    case WIRELINES_NET_IPX: return {"IPX", kNetwareColor};
+    case WIRELINES_NET_NETBIOS: return {"NetBIOS", kNetwareColor};
+    case WIRELINES_NET_XNS: return {"XNS", kNetwareColor};
+    case WIRELINES_NET_APPLETALK: return {"AppleTalk", kNetwareColor};
+    case WIRELINES_NET_AARP: return {"AARP", kNetwareColor};
+    case WIRELINES_NET_PPPOE: return {"PPPoE", kPppColor};
+    case WIRELINES_NET_LCP: return {"LCP", kPppColor};
+    case WIRELINES_NET_CHAP: return {"CHAP", kPppColor};
+    case WIRELINES_NET_PAP: return {"PAP", kPppColor};
+    case WIRELINES_NET_IPCP: return {"IPCP", kPppColor};
+    default: return {link_name(summary.frameKind), ""};
+  }
+}
+
+const char* pppoe_code_name(std::uint8_t code) {
+  switch (code) {
+    case 0x09: return "PADI";
+    case 0x07: return "PADO";
+    case 0x19: return "PADR";
+    case 0x65: return "PADS";
+    case 0xA7: return "PADT";
+    default: return "";
+  }
+}
+
+}  // namespace
+
+// A frame, what the classifier says of it, and what of that counts.
+struct RowPrinter::Packet {
+  explicit Packet(const Frame& its_frame) : frame(its_frame) {
+    summary.typeCode = kNoType;
+    CheckPacket(frame.data, static_cast<std::int32_t>(frame.length), &summary);
+    errors = summary.errorFlags;
+    // A checksum over bytes that were not captured says nothing; that of a whole IPv4 header does.
+    if (cut()) errors &= whole_ip_header() ? WIRELINES_BAD_IP : 0;
+  }
+
+  [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
+  [[nodiscard]] bool has(std::uint32_t bytes) const { return frame.length >= bytes; }
+
+  // A byte that was not captured reads as zero.
+  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? frame.data[offset] : 0; }
+  [[nodiscard]] std::uint16_t be16(std::uint32_t offset) const {
+    return static_cast<std::uint16_t>(byte(offset) << 8 | byte(offset + 1));
+  }
+
+  // Where what the link layer carries begins, for Ethernet II and SNAP.
+  [[nodiscard]] std::uint32_t payload() const { return summary.frameKind == WIRELINES_SNAP ? kSnapHeader : kMacHeader; }
+
+  // The classifier's offsets are three bytes short in a PPPoE session over SNAP.
+  [[nodiscard]] std::uint32_t network_offset() const {
+    const bool short_offset = summary.frameKind == WIRELINES_SNAP && summary.etherType == kPppoeSession;
+    return summary.networkOffset + (short_offset ? 3U : 0U);
+  }
+
+  [[nodiscard]] bool is_ip() const {
+    return summary.networkCode == WIRELINES_NET_IP || summary.networkCode == WIRELINES_NET_IP_FRAGMENT;
+  }
+  [[nodiscard]] bool is_ip6() const { return summary.networkCode == WIRELINES_NET_IP6; }
+  [[nodiscard]] bool in_ip() const { return is_ip6() && summary.etherType != 0x86DD; }
+
+  // Whether there are addresses of the network layer.
+  [[nodiscard]] bool has_network_header() const { return has(network_offset() + (is_ip6() ? kIp6Header : kIpHeader)); }
+  [[nodiscard]] bool whole_ip_header() const {
+    return has(in_ip() ? network_offset() : network_offset() + (byte(network_offset()) & 0x0FU) * 4);
+  }
+
+  const Frame& frame;
+  PacketSummary summary{};
+  int errors = 0;
+};
+
+void RowPrinter::row(const Frame& frame) {
+  const Packet packet(frame);
+  out_.right(frame.number, kNumberWidth);
+  out_.append(' ');
+  time(frame);
+  addresses(packet);
+  protocol(packet);
+  out_.right(frame.original_length, kLengthWidth);
+  out_.append(' ');
+  note(packet);
+  verdicts(packet);
+  out_.append('\n');
+}
+
+void RowPrinter::time(const Frame& frame) {
+  const std::tm& local = clock_.at(frame.seconds);
+  const auto put = [this](int value, char behind) {
+    out_.number(static_cast<std::uint64_t>(value), 2);
+    out_.append(behind);
+  };
+  put(local.tm_hour, ':');
+  put(local.tm_min, ':');
+  put(local.tm_sec, '.');
+  out_.number(frame.nanoseconds / 1000, 6);
+  out_.append(' ');
+}
+
+void RowPrinter::addresses(const Packet& packet) {
+  const auto& s = packet.summary;
+  if (s.networkCode == WIRELINES_NET_IPX) {
+    address_columns(ipx(s.ipxSrcNet, s.ipxSrcNode).view(), ipx(s.ipxDstNet, s.ipxDstNode).view());
+  } else if (packet.is_ip() && packet.has_network_header()) {
+    address_columns(ip(s.srcIp).view(), ip(s.dstIp).view());
+  } else if (packet.is_ip6() && packet.has_network_header()) {
+    address_columns(ip6(s.srcIp6).view(), ip6(s.dstIp6).view());
+  } else {
+    const auto* const data = packet.frame.data;
+    address_columns(packet.has(12) ? station(data + 6).view() : "-", packet.has(6) ? station(data).view() : "-");
+  }
+}
+
+void RowPrinter::address_columns(std::string_view source, std::string_view destination) {
+  for (const auto address : {source, destination}) {
+    text_.append(out_, address);
+    // In code page 932 a text has as many bytes as columns.
+    if (address.size() < kAddressWidth) out_.blanks(kAddressWidth - address.size());
+    out_.append(' ');
+  }
+}
+
+void RowPrinter::protocol(const Packet& packet) {
+  const auto [name, family_color] = protocol_of(packet.summary);
+  const auto color = packet.errors != 0 ? kBadColor : family_color;
+  if (color_) out_.append(color);
+  out_.append(name);
+  if (color_ && !color.empty()) out_.append(kPlain);
+  if (name.size() < kProtocolWidth) out_.blanks(kProtocolWidth - name.size());
+  out_.append(' ');
+}
+
+void RowPrinter::note(const Packet& packet) {
+  switch (packet.summary.networkCode) {
+    case WIRELINES_NET_IP:
+    case WIRELINES_NET_IP_FRAGMENT:
+    case WIRELINES_NET_IP6: ip_note(packet); break;
+    case WIRELINES_NET_ARP:
+    case WIRELINES_NET_RARP: arp_note(packet); break;
+    case WIRELINES_NET_IPX: ipx_note(packet.summary); break;
+    case WIRELINES_NET_PPPOE:
+    case WIRELINES_NET_LCP:
+    case WIRELINES_NET_CHAP:
+    case WIRELINES_NET_PAP:
+    case WIRELINES_NET_IPCP: pppoe_note(packet); break;
+    default: link_note(packet); break;
+  }
+}
+
+void RowPrinter::verdicts(const Packet& packet) {
+  constexpr struct {
+    int error;
+    const char* text;
+  } kVerdicts[] = {
+      {WIRELINES_BAD_IP, "IP checksum wrong"},
+      {WIRELINES_BAD_ICMP, "ICMP checksum wrong"},
+      {WIRELINES_BAD_TCP, "TCP checksum wrong"},
+      {WIRELINES_BAD_UDP, "UDP checksum wrong"},
+  };
+  for (const auto& verdict : kVerdicts) {
+    if ((packet.errors & verdict.error & 0x7F) == 0) continue;
+    out_.append(", ");
+    if (color_) out_.append(kBadColor);
+    out_.append(verdict.text);
+    if (color_) out_.append(kPlain);
+  }
+  if (packet.cut()) out_.append(" (cut)");
+}
+
+void RowPrinter::ip_note(const Packet& packet) {
+  const auto& s = packet.summary;
+  if (!packet.has_network_header()) {
+    out_.append("header incomplete");
+    return;
+  }
+  const bool ports = s.ipProtocol == kTcp || s.ipProtocol == kUdp;
+  const bool icmp = s.ipProtocol == kIcmp || s.ipProtocol == kIcmpV6;
+  const bool fragment = packet.is_ip() && (packet.be16(packet.network_offset() + 6) & 0x3FFF) != 0;
+  if (!ports && !icmp) {
+    out_.append(packet.is_ip6() ? "next header " : "protocol ");
+    out_.number(s.ipProtocol);
+    name(IpProtocolToName(s.ipProtocol));
+    if (fragment) out_.append(", ");
+  }
+  if (fragment) {
+    fragment_note(packet);
+  } else if (ports) {
+    ports_note(s);
+  } else if (icmp) {
+    icmp_note(s);
+  }
+  if (packet.in_ip()) out_.append(", in IPv4");
+}
+
+void RowPrinter::fragment_note(const Packet& packet) {
+  const auto header = packet.network_offset();
+  const std::uint32_t flags = packet.be16(header + 6);
+  out_.append("fragment at ");
+  out_.number((flags & 0x1FFF) * 8);
+  if ((flags & 0x2000) == 0) out_.append(", the last");
+  out_.append(", ID ");
+  hex(packet.be16(header + 4), 4);
+}
+
+// The ports are zero, as they were before, when there is no header for them.
+void RowPrinter::ports_note(const PacketSummary& summary) {
+  if (summary.srcPort == 0 && summary.dstPort == 0) {
+    out_.append("no ports");
+    return;
+  }
+  out_.number(summary.srcPort);
+  if (summary.srcPort != summary.dstPort) name(PortToName(summary.srcPort, summary.ipProtocol));
+  out_.append(" > ");
+  out_.number(summary.dstPort);
+  name(PortToName(summary.dstPort, summary.ipProtocol));
+  if (summary.ipProtocol == kTcp) {
+    out_.append(' ');
+    tcp_flags(out_, summary.typeCode);
+  }
+}
+
+void RowPrinter::icmp_note(const PacketSummary& summary) {
+  const char* const type_name =
+      summary.ipProtocol == kIcmp ? IcmpTypeInfoToName(summary.typeCode) : IcmpV6TypeInfoToName(summary.typeCode);
+  if (summary.typeCode == kNoType) {
+    out_.append("no type");
+  } else if (*type_name == '\0') {
+    out_.append("type ");
+    out_.number(summary.typeCode);
+  } else {
+    out_.append(type_name);
+    out_.append(" (");
+    out_.number(summary.typeCode);
+    out_.append(')');
+  }
+}
+
+// The hardware addresses are those that the message tells, not those of the frame: they need not be the same.
+void RowPrinter::arp_note(const Packet& packet) {
+  const auto& s = packet.summary;
+  const auto hardware = [&packet](std::uint32_t offset) {
+    std::uint8_t mac[6];
+    for (std::uint32_t i = 0; i < 6; i++) mac[i] = packet.byte(packet.payload() + offset + i);
+    return station(mac);
+  };
+  const auto put = [this](const Label& first, std::string_view between, const Label& second) {
+    text_.append(out_, first.view());
+    out_.append(between);
+    text_.append(out_, second.view());
+  };
+  constexpr std::uint32_t kSender = 8;
+  constexpr std::uint32_t kTarget = 18;
+  switch (s.typeCode) {
+    case 1:
+      out_.append("who-has ");
+      put(ip(s.dstIp), " tell ", ip(s.srcIp));
+      break;
+    case 2: put(ip(s.srcIp), " is-at ", hardware(kSender)); break;
+    case 3:
+      out_.append("who-is ");
+      put(hardware(kTarget), " tell ", hardware(kSender));
+      break;
+    case 4: put(hardware(kTarget), " is ", ip(s.dstIp)); break;
+    default:
+      out_.append("operation ");
+      out_.number(s.typeCode);
+      break;
+  }
+}
+
+void RowPrinter::pppoe_note(const Packet& packet) {
+  const auto& s = packet.summary;
+  if (s.etherType != kPppoeSession && s.typeCode != kNoType) {
+    out_.append("code ");
+    hex(s.typeCode, 2);
+    name(pppoe_code_name(s.typeCode));
+    out_.append(", ");
+  }
+  out_.append("session ");
+  hex(packet.be16(packet.payload() + 2), 4);
+  if (s.etherType == kPppoeSession) {
+    out_.append(", PPP protocol ");
+    hex(packet.be16(packet.payload() + 6), 4);
+  }
+}
+
+void RowPrinter::ipx_note(const PacketSummary& summary) {
+  hex(summary.ipxSrcSocket, 4);
+  if (summary.ipxSrcSocket != summary.ipxDstSocket) name(NwSocketToName(summary.ipxSrcSocket));
+  out_.append(" > ");
+  hex(summary.ipxDstSocket, 4);
+  name(NwSocketToName(summary.ipxDstSocket));
+  out_.append(", type ");
+  out_.number(summary.ipProtocol);
+  name(NwPacketToName(summary.ipProtocol));
+}
+
+void RowPrinter::link_note(const Packet& packet) {
+  switch (packet.summary.frameKind) {
+    case WIRELINES_LLC:
+    case WIRELINES_LLC_S_U: sap_note(packet); break;
+    case WIRELINES_SNAP:
+      if (!packet.has(kSnapHeader)) {
+        out_.append("header incomplete");
+        break;
+      }
+      out_.append("OUI ");
+      hex(static_cast<std::uint32_t>(packet.byte(17)) << 16 | packet.be16(18), 6);
+      type_note(", type ", packet.summary.etherType);
+      break;
+    case WIRELINES_ETHERNET_II: type_note("EtherType ", packet.summary.etherType); break;
+    default:
+      out_.append("too short");
+      if (packet.be16(12) > 1500) type_note(", EtherType ", packet.be16(12));
+      break;
+  }
+}
+
+void RowPrinter::sap_note(const Packet& packet) {
+  const auto& s = packet.summary;
+  out_.append("SAP ");
+  hex(s.ssap, 2);
+  out_.append(" > ");
+  hex(s.dsap, 2);
+  const std::uint32_t control = packet.byte(16);
+  out_.append(control == 3 ? " UI" : (control & 1) == 0 ? " I" : (control & 3) == 1 ? " S" : " U");
+
+  Label dsap;
+  Label ssap;
+  dsap.hex(s.dsap);
+  ssap.hex(s.ssap);
+  char nickname[kNameRoom];
+  if (SapToName(dsap.c_str(), ssap.c_str(), nickname) == 1) name(nickname);
+}
+
+void RowPrinter::type_note(std::string_view label, std::uint16_t type) {
+  out_.append(label);
+  hex(type, 4);
+  const char* const known = TypeToProtocolName(type);
+  if (*known != '\0') {
+    name(known);
+    return;
+  }
+  Label key;
+  key.hex(static_cast<std::uint8_t>(type >> 8));
+  key.hex(static_cast<std::uint8_t>(type));
+  char nickname[kNameRoom];
+  if (ProtocolTypeToName(key.c_str(), nickname) == 1) name(nickname);
+}
+
+void RowPrinter::name(std::string_view name) {
+  if (name.empty()) return;
+  out_.append(' ');
+  text_.append(out_, name);
+}
+
+void RowPrinter::hex(std::uint32_t value, int digits) {
+  out_.append("0x");
+  while (digits-- > 0) out_.append("0123456789ABCDEF"[value >> 4 * digits & 0x0F]);
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,51 @@
+// Frames as rows of a list, from what the classifier tells of them: no line is made, and nothing allocated.
+#pragma once
+
+#include <wirelines.h>
+
+#include "clock.hpp"
+#include "output.hpp"
+#include "text.hpp"
+#include "trace.hpp"
+
+namespace wirelines::host {
+
+class RowPrinter {
+ public:
+  RowPrinter(Output& out, bool color) : out_(out), color_(color) {}
+
+  // Number, time of day, source, destination, protocol, length, and what else matters; in columns, which a value that
+  // is too long pushes to the right. Addresses and ports are shown by the user's names where they have one.
+  void row(const Frame& frame);
+
+ private:
+  struct Packet;
+
+  void time(const Frame& frame);
+  void addresses(const Packet& packet);
+  void protocol(const Packet& packet);
+  void note(const Packet& packet);
+  void verdicts(const Packet& packet);
+
+  void ip_note(const Packet& packet);
+  void fragment_note(const Packet& packet);
+  void ports_note(const PacketSummary& summary);
+  void icmp_note(const PacketSummary& summary);
+  void arp_note(const Packet& packet);
+  void pppoe_note(const Packet& packet);
+  void ipx_note(const PacketSummary& summary);
+  void link_note(const Packet& packet);
+  void sap_note(const Packet& packet);
+  void type_note(std::string_view label, std::uint16_t type);
+
+  void address_columns(std::string_view source, std::string_view destination);
+  void name(std::string_view name);
+  void hex(std::uint32_t value, int digits);
+
+  Output& out_;
+  bool color_;
+  Text text_;
+  Clock clock_;
+};
+
+}  // namespace wirelines::host
