@@ -13,8 +13,7 @@ namespace {
 // As wide as most values are: an IPv6 address often is longer, and pushes.
 constexpr std::size_t kNumberWidth = 5;
 constexpr std::size_t kAddressWidth = 17;
-constexpr std::size_t kProtocolWidth = 7;
-constexpr std::size_t kLengthWidth = 4;
+constexpr std::size_t kProtocolAndLengthWidth = 11;  // one of them may take what the other leaves
 
 constexpr std::string_view kPlain = "\x1B[0m";
 constexpr std::string_view kBadColor = "\x1B[1;38;5;160m";
@@ -37,7 +36,14 @@ constexpr std::uint32_t kSnapHeader = 22;
 constexpr std::uint32_t kIpHeader = 20;
 constexpr std::uint32_t kIp6Header = 40;
 
-// No ICMP type and no PPPoE code: put where the classifier writes one, it stays when the frame has none.
+// The bits of errorFlags.
+constexpr int kAnyError = 0x80;
+constexpr int kIpError = WIRELINES_BAD_IP & ~kAnyError;
+constexpr int kIcmpError = WIRELINES_BAD_ICMP & ~kAnyError;
+constexpr int kTcpError = WIRELINES_BAD_TCP & ~kAnyError;
+constexpr int kUdpError = WIRELINES_BAD_UDP & ~kAnyError;
+
+// No ICMP type: put where the classifier writes one, it stays when the frame has none.
 constexpr std::uint8_t kNoType = 0xFF;
 
 constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up gives
@@ -46,34 +52,37 @@ constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up giv
 class Label {
  public:
   const char* c_str() {
-    *end_ = '\0';
+    text_[size_] = '\0';
     return text_;
   }
-  [[nodiscard]] std::string_view view() const { return {text_, static_cast<std::size_t>(end_ - text_)}; }
+  [[nodiscard]] std::string_view view() const { return {text_, size_}; }
 
-  void append(char c) { *end_++ = c; }
+  void append(char c) { text_[size_++] = c; }
   void append(std::string_view text) {
-    std::memcpy(end_, text.data(), text.size());
-    end_ += text.size();
+    std::memcpy(text_ + size_, text.data(), text.size());
+    size_ += text.size();
   }
-  void decimal(std::uint8_t value) { end_ = std::to_chars(end_, end_ + 3, value).ptr; }
+  void number(std::uint32_t value, int base) {
+    char* const end = text_ + size_;
+    size_ = static_cast<std::size_t>(std::to_chars(end, end + 10, value, base).ptr - text_);
+  }
   void hex(std::uint8_t byte) {
     constexpr const char* kDigits = "0123456789abcdef";
-    *end_++ = kDigits[byte >> 4];
-    *end_++ = kDigits[byte & 0x0F];
+    append(kDigits[byte >> 4]);
+    append(kDigits[byte & 0x0F]);
   }
 
   // Takes the name in the place of the text, if it has one.
   void look_up(std::int32_t (*to_name)(const char*, char*)) {
     char name[kNameRoom];
     if (to_name(c_str(), name) != 1) return;
-    end_ = text_;
+    size_ = 0;
     append(std::string_view(name));
   }
 
  private:
   char text_[64];  // the longest: an IPv6 address, and an IPX network with the name of a station
-  char* end_ = text_;
+  std::size_t size_ = 0;
 };
 
 Label station(const std::uint8_t* mac) {
@@ -90,7 +99,7 @@ Label ip(const std::uint8_t* address) {
   Label label;
   for (int i = 0; i < 4; i++) {
     if (i > 0) label.append('.');
-    label.decimal(address[i]);
+    label.number(address[i], 10);
   }
   label.look_up(IpStrToNickName);
   return label;
@@ -106,11 +115,10 @@ Label ip6(const std::uint8_t* address) {
 
 // "c0a80100.00001b123456": most networks are 0 or 1, so zeros in front are left out.
 Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
-  Label label;
-  char digits[8];
   std::uint32_t number = 0;
   for (int i = 0; i < 4; i++) number = number << 8 | network[i];
-  label.append({digits, static_cast<std::size_t>(std::to_chars(digits, digits + 8, number, 16).ptr - digits)});
+  Label label;
+  label.number(number, 16);
   label.append('.');
 
   Label address;
@@ -120,17 +128,13 @@ Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
   return label;
 }
 
-constexpr const char* kFlagNames[] = {"FIN", "SYN", "RST", "PSH", "ACK", "URG", "ECE", "CWR"};
-
+// "[S.]": the letters that tcpdump has for the flags, from the lowest bit.
 void tcp_flags(Output& out, std::uint8_t flags) {
-  char before = '[';
-  for (unsigned i = 0; i < 8; i++) {
-    if ((flags >> i & 1) == 0) continue;
-    out.append(before);
-    out.append(kFlagNames[i]);
-    before = ' ';
+  constexpr std::string_view kLetters = "FSRP.UEW";
+  out.append('[');
+  for (unsigned i = 0; i < kLetters.size(); i++) {
+    if ((flags >> i & 1) != 0) out.append(kLetters[i]);
   }
-  if (before == '[') out.append(before);
   out.append(']');
 }
 
@@ -195,9 +199,9 @@ struct RowPrinter::Packet {
   explicit Packet(const Frame& its_frame) : frame(its_frame) {
     summary.typeCode = kNoType;
     CheckPacket(frame.data, static_cast<std::int32_t>(frame.length), &summary);
-    errors = summary.errorFlags;
+    errors = summary.errorFlags & ~kAnyError;
     // A checksum over bytes that were not captured says nothing; that of a whole IPv4 header does.
-    if (cut()) errors &= whole_ip_header() ? WIRELINES_BAD_IP : 0;
+    if (cut()) errors &= whole_ip_header() ? kIpError : 0;
   }
 
   [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
@@ -241,9 +245,7 @@ void RowPrinter::row(const Frame& frame) {
   out_.append(' ');
   time(frame);
   addresses(packet);
-  protocol(packet);
-  out_.right(frame.original_length, kLengthWidth);
-  out_.append(' ');
+  protocol_and_length(packet);
   note(packet);
   verdicts(packet);
   out_.append('\n');
@@ -285,13 +287,14 @@ void RowPrinter::address_columns(std::string_view source, std::string_view desti
   }
 }
 
-void RowPrinter::protocol(const Packet& packet) {
+void RowPrinter::protocol_and_length(const Packet& packet) {
   const auto [name, family_color] = protocol_of(packet.summary);
   const auto color = packet.errors != 0 ? kBadColor : family_color;
   if (color_) out_.append(color);
   out_.append(name);
   if (color_ && !color.empty()) out_.append(kPlain);
-  if (name.size() < kProtocolWidth) out_.blanks(kProtocolWidth - name.size());
+  out_.append(' ');
+  out_.right(packet.frame.original_length, kProtocolAndLengthWidth - 1 - name.size());
   out_.append(' ');
 }
 
@@ -317,13 +320,13 @@ void RowPrinter::verdicts(const Packet& packet) {
     int error;
     const char* text;
   } kVerdicts[] = {
-      {WIRELINES_BAD_IP, "IP checksum wrong"},
-      {WIRELINES_BAD_ICMP, "ICMP checksum wrong"},
-      {WIRELINES_BAD_TCP, "TCP checksum wrong"},
-      {WIRELINES_BAD_UDP, "UDP checksum wrong"},
+      {kIpError, "IP checksum wrong"},
+      {kIcmpError, "ICMP checksum wrong"},
+      {kTcpError, "TCP checksum wrong"},
+      {kUdpError, "UDP checksum wrong"},
   };
   for (const auto& verdict : kVerdicts) {
-    if ((packet.errors & verdict.error & 0x7F) == 0) continue;
+    if ((packet.errors & verdict.error) == 0) continue;
     out_.append(", ");
     if (color_) out_.append(kBadColor);
     out_.append(verdict.text);
@@ -435,18 +438,17 @@ void RowPrinter::arp_note(const Packet& packet) {
 
 void RowPrinter::pppoe_note(const Packet& packet) {
   const auto& s = packet.summary;
-  if (s.etherType != kPppoeSession && s.typeCode != kNoType) {
-    out_.append("code ");
-    hex(s.typeCode, 2);
-    name(pppoe_code_name(s.typeCode));
-    out_.append(", ");
-  }
-  out_.append("session ");
-  hex(packet.be16(packet.payload() + 2), 4);
   if (s.etherType == kPppoeSession) {
-    out_.append(", PPP protocol ");
+    out_.append("PPP ");
     hex(packet.be16(packet.payload() + 6), 4);
+  } else {
+    const std::uint8_t code = packet.byte(packet.payload() + 1);
+    out_.append("code ");
+    hex(code, 2);
+    name(pppoe_code_name(code));
   }
+  out_.append(", session ");
+  hex(packet.be16(packet.payload() + 2), 4);
 }
 
 void RowPrinter::ipx_note(const PacketSummary& summary) {
@@ -457,7 +459,8 @@ void RowPrinter::ipx_note(const PacketSummary& summary) {
   name(NwSocketToName(summary.ipxDstSocket));
   out_.append(", type ");
   out_.number(summary.ipProtocol);
-  name(NwPacketToName(summary.ipProtocol));
+  const std::string_view type_name = NwPacketToName(summary.ipProtocol);
+  if (type_name != "IPX") name(type_name);
 }
 
 void RowPrinter::link_note(const Packet& packet) {

@@ -23,7 +23,7 @@ class RowPrinter {
 
   void time(const Frame& frame);
   void addresses(const Packet& packet);
-  void protocol(const Packet& packet);
+  void protocol_and_length(const Packet& packet);
   void note(const Packet& packet);
   void verdicts(const Packet& packet);
 
