@@ -43,7 +43,7 @@ constexpr int kIcmpError = WIRELINES_BAD_ICMP & ~kAnyError;
 constexpr int kTcpError = WIRELINES_BAD_TCP & ~kAnyError;
 constexpr int kUdpError = WIRELINES_BAD_UDP & ~kAnyError;
 
-// No ICMP type: put where the classifier writes one, it stays when the frame has none.
+// No ICMP type and no TCP flags: put where the classifier writes them, it stays when the frame has none.
 constexpr std::uint8_t kNoType = 0xFF;
 
 constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up gives
@@ -364,15 +364,16 @@ void RowPrinter::fragment_note(const Packet& packet) {
   const auto header = packet.network_offset();
   const std::uint32_t flags = packet.be16(header + 6);
   out_.append("fragment at ");
-  out_.number((flags & 0x1FFF) * 8);
+  out_.number((flags & 0x1FFF) << 3);
   if ((flags & 0x2000) == 0) out_.append(", the last");
   out_.append(", ID ");
   hex(packet.be16(header + 4), 4);
 }
 
-// The ports are zero, as they were before, when there is no header for them.
 void RowPrinter::ports_note(const PacketSummary& summary) {
-  if (summary.srcPort == 0 && summary.dstPort == 0) {
+  const bool tcp = summary.ipProtocol == kTcp;
+  // Without a header for them everything is as it was before.
+  if (summary.srcPort == 0 && summary.dstPort == 0 && (!tcp || summary.typeCode == kNoType)) {
     out_.append("no ports");
     return;
   }
@@ -381,7 +382,7 @@ void RowPrinter::ports_note(const PacketSummary& summary) {
   out_.append(" > ");
   out_.number(summary.dstPort);
   name(PortToName(summary.dstPort, summary.ipProtocol));
-  if (summary.ipProtocol == kTcp) {
+  if (tcp) {
     out_.append(' ');
     tcp_flags(out_, summary.typeCode);
   }

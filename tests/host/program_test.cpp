@@ -82,6 +82,17 @@ TEST_F(Program, shows_the_raw_form) {
             "63 1 14-15 1,10 |0000  B6 B6 20  0  0  0  0  0                            \\xB6\\xB6|\n");
 }
 
+TEST_F(Program, lists) {
+  folder_.file("trace.pcap.names", "station 0A0B0C0D0E0F beta\ntype 88B5 trial\n");
+  EXPECT_EQ(
+      run("$W list -N 2- $T").out,
+      "    2 19:00:01.000005 beta              01:02:03:04:05:06 Ether  1514 too short, EtherType 0x88B5 trial (cut)\n"
+      "    3 19:00:01.999999 beta              01:02:03:04:05:06 Ether    17 EtherType 0x88B5 trial\n");
+  EXPECT_EQ(run("$W list -n --utc -c 1 $T $T").out,
+            "    1 10:00:00.123456 0a:0b:0c:0d:0e:0f 01:02:03:04:05:06 Ether    15 too short, EtherType 0x88B5\n");
+  EXPECT_EQ(run("$W list --color always $T $T - < $T | wc -l").out, "9\n");
+}
+
 TEST_F(Program, dumps) {
   EXPECT_EQ(run("$W dump --utc -N 1 $T").out,
             "Frame 1  2024-05-01 10:00:00.123456  15 bytes\n"
@@ -151,16 +162,19 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show $T | head -n 1; exit ${PIPESTATUS[0]}", 0, ""},
       {"$W show $T $T $T $T $T $T $T $T | true; exit ${PIPESTATUS[0]}", 0, ""},
       {"$W", 64, ""},
-      {"$W shw $T", 64, "wirelines: 'shw' is not a subcommand; there are: show, dump\n"},
-      {"$W trace.pcap", 64, "wirelines: 'trace.pcap' is not a subcommand; there are: show, dump. To see that trace: "},
+      {"$W shw $T", 64, "wirelines: 'shw' is not a subcommand; there are: show, list, dump\n"},
+      {"$W trace.pcap", 64,
+       "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump. To see that trace: "},
       {"$W show --colour $T", 64, "wirelines: The following argument was not expected: --colour"},
       {"$W show -N 5-3 $T", 64, "wirelines: --frames: '5-3' ends before it begins"},
       {"$W show -N", 64, "wirelines: --frames"},
       {"$W show -c 0 $T", 64, "wirelines: --count"},
       {"$W show -c x $T", 64, "wirelines: "},
+      {"$W list --charset ascii $T", 64, "wirelines: The following argument was not expected: "},
       {"$W show --charset latin1 $T", 64, "wirelines: --charset: 'latin1' is none of ascii, sjis, jis, utf16, euc, "},
       {"$W show --color=red $T", 64, "wirelines: --color: 'red' is none of auto, always, never"},
       {"$W show cut.pcap", 65, "wirelines: cut.pcap: broken at frame 3, offset 87: truncated"},
+      {"$W list cut.pcap", 65, "wirelines: cut.pcap: broken at frame 3, offset 87: truncated"},
       {"$W show - < cut.pcap", 65, "wirelines: standard input: broken at frame 3, offset 87: truncated"},
       {"$W show /dev/null", 65, "wirelines: /dev/null: is empty\n"},
       {"$W show command", 65, "wirelines: command: is not a pcap or pcapng trace"},
@@ -169,6 +183,7 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W dump .", 66, "wirelines: .: is a directory"},
       {"$W show --names nowhere $T", 66, "wirelines: nowhere: cannot be read: No such file or directory\n"},
       {"$W show $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W list $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
       {"$W --help > /dev/full", 74, "wirelines: the output cannot be written"},
       {"$W show nowhere $T cut.pcap", 66,
        "wirelines: nowhere: cannot be opened: No such file or directory\nwirelines: cut"},
@@ -204,6 +219,21 @@ TEST_F(Program, shows_frames_as_they_come) {
   EXPECT_EQ(result.out, "Frame 1  2024-05-01 19:00:00.123456  15 bytes\n");
 }
 
+TEST_F(Program, sample_traces) {
+  int traces = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR "/examples")) {
+    if (entry.path().extension() != ".pcap") continue;
+    trace_ = entry.path();
+    const auto listed = run("$W list $T");
+    EXPECT_EQ(listed.exit_code, 0) << trace_;
+    EXPECT_EQ(listed.err, "") << trace_;
+    EXPECT_EQ(run("$W list $T | wc -l").out, run("$W dump $T | grep -c ^Frame").out) << trace_;
+    EXPECT_EQ(run("$W list $T | grep -c -e checksum -e cut").out, "0\n") << trace_;
+    traces++;
+  }
+  EXPECT_GT(traces, 0);
+}
+
 // Every trace at hand: each frame once, nothing but printable ASCII, and the same again in the readable form.
 TEST_F(Program, real_traces) {
   const std::filesystem::path captures = SOURCE_DIR "/../shared/captures";
@@ -225,6 +255,9 @@ TEST_F(Program, real_traces) {
     const auto frames = count(raw.out, "# frame ");
     EXPECT_TRUE(frames > 0 || refused) << trace_;
     EXPECT_EQ(count(run("$W dump $T").out, "Frame "), frames) << trace_;
+    const auto listed = run("$W list $T").out;
+    EXPECT_EQ(std::count(listed.begin(), listed.end(), '\n'), frames) << trace_;
+    EXPECT_TRUE(std::none_of(listed.begin(), listed.end(), [&](char c) { return control(c) || c < 0; })) << trace_;
     const auto shown = run("$W show $T").out;
     EXPECT_EQ(count(shown, "Frame "), frames) << trace_;
     EXPECT_TRUE(std::none_of(shown.begin(), shown.end(), control)) << trace_;
