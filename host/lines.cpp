@@ -18,6 +18,7 @@ constexpr std::string_view kGood = "(OK)";
 constexpr std::string_view kBad = "(NG)";
 
 constexpr std::uint32_t kHexLineCode = 63;
+constexpr std::size_t kIndentation = 4;  // of the deepest level
 
 }  // namespace
 
@@ -70,6 +71,17 @@ void LinePrinter::time(const Frame& frame) {
 }
 
 void LinePrinter::line(const DisplayLine& line) {
+  if (!color_) {
+    // Nearly every line: indented, copied and ended in one piece.
+    char* to = out_.reserve(kIndentation + kLineRoom + 1);
+    std::memset(to, ' ', kIndentation);
+    if (line.level <= 2 && line.text[0] != 0) to += std::size_t{2} * line.level;
+    if (char* const end = copy_plain_line(to, line.text); end != nullptr) {
+      *end = '\n';
+      out_.commit(end + 1);
+      return;
+    }
+  }
   const std::string_view text = line.text;
   if (!text.empty()) {
     if (line.level <= 2) out_.blanks(std::size_t{2} * line.level);

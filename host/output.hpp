@@ -35,6 +35,13 @@ class Output {
     while (count-- > 0) append(' ');
   }
 
+  // Room for `size` bytes, at most the buffer's: written to by the caller, who then tells where it ended.
+  char* reserve(std::size_t size) {
+    if (room() < size) flush();
+    return next_;
+  }
+  void commit(char* end) { next_ = end; }
+
   void number(std::uint64_t value) {
     if (room() < 20) flush();  // the longest: 18446744073709551615
     next_ = std::to_chars(next_, next_ + 20, value).ptr;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -19,13 +20,24 @@ constexpr bool lead(unsigned char byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
 
-bool plain_word(const char* bytes) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
+constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+std::uint64_t word_at(const char* bytes) {
   std::uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  // The high bit of a byte is set when it is above 0x7E or set already, and in the second term when it is below 0x20;
-  // a borrow into the next byte can only come from a byte that is found anyway.
-  return (((word + kOnes) | word | (word - 0x20 * kOnes)) & (0x80 * kOnes)) == 0;
+  std::memcpy(&word, bytes, kWord);
+  return word;
+}
+
+// The high bit of each byte that is not plain, and perhaps of bytes behind the first of them: the high bit is set when
+// a byte is above 0x7E or set already, and in the last term when it is below 0x20; a borrow into the next byte can only
+// come from a byte that is found anyway.
+constexpr std::uint64_t unplain_bytes(std::uint64_t word) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  return ((word + kOnes) | word | (word - 0x20 * kOnes)) & (0x80 * kOnes);
+}
+
+bool plain_word(const char* bytes) {
+  return unplain_bytes(word_at(bytes)) == 0;
 }
 
 void append_picture(Output& out, unsigned char control) {
@@ -44,7 +56,6 @@ bool control(std::string_view utf8) {
 // Eight bytes at a time, the last eight perhaps for the second time: nearly all lines are plain, and every line comes
 // this way.
 bool is_plain(std::string_view bytes) {
-  constexpr std::size_t kWord = sizeof(std::uint64_t);
   if (bytes.size() < kWord) {
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return plain(static_cast<unsigned char>(c)); });
   }
@@ -53,6 +64,21 @@ bool is_plain(std::string_view bytes) {
     if (!plain_word(p)) return false;
   }
   return plain_word(last);
+}
+
+// A line has room for 129 bytes, so whole words up to its 128th can be read wherever it ends.
+char* copy_plain_line(char* to, const char* text) {
+  static_assert(std::endian::native == std::endian::little);
+  constexpr std::size_t kLongest = 128;
+  for (std::size_t i = 0; i < kLongest; i += kWord) {
+    const std::uint64_t word = word_at(text + i);
+    std::memcpy(to + i, &word, kWord);
+    const std::uint64_t found = unplain_bytes(word);
+    if (found == 0) continue;
+    const std::size_t first = i + static_cast<std::size_t>(std::countr_zero(found)) / 8;
+    return text[first] == 0 ? to + first : nullptr;
+  }
+  return to + kLongest;
 }
 
 // A system without this conversion gives a converter that refuses every character; it may be closed all the same.
