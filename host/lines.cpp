@@ -41,7 +41,8 @@ void LinePrinter::frame(const Frame& frame, bool name_trace) {
   out_.append("  ");
   out_.number(frame.length);
   out_.append(" bytes");
-  if (frame.length < frame.original_length) {
+  cut_ = frame.length < frame.original_length;
+  if (cut_) {
     out_.append(" (cut at capture from ");
     out_.number(frame.original_length);
     out_.append(" bytes)");
@@ -110,7 +111,11 @@ void LinePrinter::colored_line(const DisplayLine& line, std::string_view text) {
     text.remove_prefix(label.size());
   }
   text_.append(out_, text);
-  if (!verdict.empty()) colored(verdict == kGood ? kGoodColor : kBadColor, verdict);
+  if (verdict == kBad && cut_) {
+    out_.append(verdict);  // a sum over bytes that are missing
+  } else if (!verdict.empty()) {
+    colored(verdict == kGood ? kGoodColor : kBadColor, verdict);
+  }
 }
 
 void LinePrinter::colored(std::string_view color, std::string_view text) {

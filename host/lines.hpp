@@ -30,6 +30,7 @@ class LinePrinter {
   bool color_;
   Text text_;
   const std::string* trace_ = nullptr;  // the trace of the last frame
+  bool cut_ = false;                    // whether that frame was captured in part
   Clock clock_;
 };
 
