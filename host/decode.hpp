@@ -3,6 +3,7 @@
 
 #include <wirelines.h>
 
+#include "lift.hpp"
 #include "trace.hpp"
 
 namespace wirelines::host {
@@ -10,7 +11,7 @@ namespace wirelines::host {
 // The lines of one frame at a time.
 class Lines {
  public:
-  Lines() = default;
+  explicit Lines(bool lift_tags = true) : lift_(lift_tags) {}
   Lines(const Lines&) = delete;
   Lines& operator=(const Lines&) = delete;
   ~Lines() { DelDspBuffer(&list_); }
@@ -18,8 +19,10 @@ class Lines {
   // Each takes the place of the lines before, and returns what the library's call returns.
   std::uint32_t decode(const Frame& frame, std::uint32_t charset) {
     DelDspBuffer(&list_);
-    return AnalyzeOutput(&list_, frame.data, static_cast<std::int32_t>(frame.length),
-                         static_cast<std::uint32_t>(frame.seconds), frame.nanoseconds / 1000, charset);
+    lift_.take(frame);
+    const auto top_line = AnalyzeOutput(&list_, lift_.data(), lift_.length(), static_cast<std::uint32_t>(frame.seconds),
+                                        frame.nanoseconds / 1000, charset);
+    return lift_.correct(list_, top_line);
   }
   std::uint32_t dump(const Frame& frame, std::uint32_t charset) {
     DelDspBuffer(&list_);
@@ -32,6 +35,7 @@ class Lines {
   }
 
  private:
+  Lift lift_;
   LineList list_{};
 };
 

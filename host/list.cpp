@@ -17,15 +17,10 @@ struct ListOptions {
 };
 
 int list(const ListOptions& options, Output& out) {
-  Names names(options.names);
-  RowPrinter printer(out, options.color.wanted());
-  const std::string* trace = nullptr;
+  load_names(options.names, options.input.traces());
+  RowPrinter printer(out, options.color.wanted(), options.input.lift_tags);
 
-  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    if (frame.trace != trace) names.use(*frame.trace);
-    trace = frame.trace;
-    printer.row(frame);
-  });
+  const int exit_code = walk(options.input, out, [&printer](const Frame& frame) { printer.row(frame); });
   return finish(out, exit_code);
 }
 
@@ -35,6 +30,7 @@ void add_list(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("list", "List the frames of traces, one a line");
   auto options = std::make_shared<ListOptions>();
   add_input_options(*app, options->input);
+  add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);
   options->color.add(*app);

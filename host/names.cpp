@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <utility>
 
 #include "failure.hpp"
 
@@ -18,13 +17,9 @@ void tell(const char* file, std::int32_t line, const char* reason, void* /*conte
   complain(place + ": " + reason);
 }
 
-bool exists(const std::string& file) {
-  return access(file.c_str(), F_OK) == 0;
-}
-
 // A file that need not be there.
-void load(const std::string& file, NickNameFormat format, NickNameProblem problem) {
-  if (!file.empty() && exists(file)) NickNameLoad(file.c_str(), format, problem, nullptr);
+void load(const std::string& file, NickNameFormat format) {
+  if (!file.empty() && access(file.c_str(), F_OK) == 0) NickNameLoad(file.c_str(), format, tell, nullptr);
 }
 
 // The XDG rules: a folder that is not absolute does not count.
@@ -37,32 +32,24 @@ std::string user_names() {
 
 }  // namespace
 
-// At once, not when the first frame is shown: what was named must be there.
-Names::Names(NameOptions options) : options_(std::move(options)) {
-  for (const auto& file : options_.files) {
+void load_names(const NameOptions& options, const std::vector<std::string>& traces) {
+  for (const auto& file : options.files) {
     if (access(file.c_str(), R_OK) == 0) continue;
     throw Failure(errno == EACCES ? EX_NOPERM : EX_NOINPUT, file + ": cannot be read: " + error_text(errno));
   }
-}
+  if (options.none) return;
 
-void Names::use(const std::string& trace) {
-  if (options_.none) return;
-  auto sidecar = trace + ".names";
-  if (trace == "-" || !exists(sidecar)) sidecar.clear();
-  if (loaded_ && sidecar == sidecar_) return;
-
-  const NickNameProblem problem = loaded_ ? nullptr : tell;  // what is loaded again has been told
   NickNameClear();
-  if (options_.system) {
-    load("/etc/services", NICKNAME_SERVICES, problem);
-    load("/etc/ethers", NICKNAME_ETHERS, problem);
-    load("/etc/hosts", NICKNAME_HOSTS, problem);
+  if (options.system) {
+    load("/etc/services", NICKNAME_SERVICES);
+    load("/etc/ethers", NICKNAME_ETHERS);
+    load("/etc/hosts", NICKNAME_HOSTS);
   }
-  load(user_names(), NICKNAME_OWN, problem);
-  load(sidecar, NICKNAME_OWN, tell);
-  for (const auto& file : options_.files) NickNameLoad(file.c_str(), NICKNAME_OWN, problem, nullptr);
-  sidecar_ = sidecar;
-  loaded_ = true;
+  load(user_names(), NICKNAME_OWN);
+  for (const auto& trace : traces) {
+    if (trace != "-") load(trace + ".names", NICKNAME_OWN);
+  }
+  for (const auto& file : options.files) NickNameLoad(file.c_str(), NICKNAME_OWN, tell, nullptr);
 }
 
 }  // namespace wirelines::host

@@ -46,6 +46,7 @@ std::string_view environment(const char* name) {
 std::vector<std::string> InputOptions::traces() const {
   auto all = read_files;
   all.insert(all.end(), files.begin(), files.end());
+  if (std::count(all.begin(), all.end(), "-") > 1) throw CLI::ValidationError("FILE", "- can be named only once");
   if (!all.empty()) return all;
   if (isatty(STDIN_FILENO) != 0) throw CLI::RequiredError("FILE: the trace to read, or - for standard input,");
   return {"-"};
@@ -64,6 +65,7 @@ void add_input_options(CLI::App& app, InputOptions& options) {
          },
          "Only these frames: 12, 5-9, 100-, or several: 3,7-9")
       ->type_name("RANGES");
+  app.add_option("-f,--filter", options.filter, "Only frames that this BPF expression lets through")->type_name("EXPR");
   app.add_option("-c,--count", options.count, "At most so many frames")
       ->type_name("COUNT")
       ->check([](const std::string& count) {
@@ -77,6 +79,11 @@ void add_charset_option(CLI::App& app, InputOptions& options) {
          "--charset", [&options](const std::string& name) { options.charset = charset(name); },
          "Text of data blocks: ascii, sjis, jis, utf16, euc, ebcdic, raw")
       ->type_name("SET");
+}
+
+void add_lift_option(CLI::App& app, InputOptions& options) {
+  app.add_flag_callback(
+      "--no-lift", [&options] { options.lift_tags = false; }, "Show a frame with VLAN tags as the data it carries");
 }
 
 void add_utc_option(CLI::App& app) {

@@ -19,6 +19,8 @@ struct InputOptions {
   std::vector<std::string> read_files;  // those of -r
   FrameRanges frames;
   std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
+  std::string filter;         // a BPF expression; empty: every frame
+  bool lift_tags = true;      // decode what follows VLAN tags
   std::uint32_t charset = 0;  // as AnalyzeOutput takes it
   bool quiet = false;
 };
@@ -27,6 +29,9 @@ void add_input_options(CLI::App& app, InputOptions& options);
 
 // --charset, for the commands that show data blocks.
 void add_charset_option(CLI::App& app, InputOptions& options);
+
+// --no-lift, for the commands that look into frames.
+void add_lift_option(CLI::App& app, InputOptions& options);
 
 // --utc: takes effect at once, for the library's time line and for our own.
 void add_utc_option(CLI::App& app);

@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <vek4003.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 
@@ -196,19 +197,21 @@ const char* pppoe_code_name(std::uint8_t code) {
 
 // A frame, what the classifier says of it, and what of that counts.
 struct RowPrinter::Packet {
-  explicit Packet(const Frame& its_frame) : frame(its_frame) {
+  Packet(const Frame& its_frame, const Lift& its_lift) : frame(its_frame), lift(its_lift) {
     summary.typeCode = kNoType;
-    CheckPacket(frame.data, static_cast<std::int32_t>(frame.length), &summary);
+    CheckPacket(lift.data(), lift.length(), &summary);
     errors = summary.errorFlags & ~kAnyError;
     // A checksum over bytes that were not captured says nothing; that of a whole IPv4 header does.
     if (cut()) errors &= whole_ip_header() ? kIpError : 0;
   }
 
   [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
-  [[nodiscard]] bool has(std::uint32_t bytes) const { return frame.length >= bytes; }
+
+  // Bytes are those of the lifted frame, as the classifier's offsets are.
+  [[nodiscard]] bool has(std::uint32_t bytes) const { return static_cast<std::uint32_t>(lift.length()) >= bytes; }
 
   // A byte that was not captured reads as zero.
-  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? frame.data[offset] : 0; }
+  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? lift.data()[offset] : 0; }
   [[nodiscard]] std::uint16_t be16(std::uint32_t offset) const {
     return static_cast<std::uint16_t>(byte(offset) << 8 | byte(offset + 1));
   }
@@ -235,18 +238,21 @@ struct RowPrinter::Packet {
   }
 
   const Frame& frame;
+  const Lift& lift;
   PacketSummary summary{};
   int errors = 0;
 };
 
 void RowPrinter::row(const Frame& frame) {
-  const Packet packet(frame);
+  lift_.take(frame);
+  const Packet packet(frame, lift_);
   out_.right(frame.number, kNumberWidth);
   out_.append(' ');
   time(frame);
   addresses(packet);
   protocol_and_length(packet);
   note(packet);
+  tags(packet);
   verdicts(packet);
   out_.append('\n');
 }
@@ -273,8 +279,11 @@ void RowPrinter::addresses(const Packet& packet) {
   } else if (packet.is_ip6() && packet.has_network_header()) {
     address_columns(ip6(s.srcIp6).view(), ip6(s.dstIp6).view());
   } else {
-    const auto* const data = packet.frame.data;
-    address_columns(packet.has(12) ? station(data + 6).view() : "-", packet.has(6) ? station(data).view() : "-");
+    // A header made up has no destination, and a source only where its frame told one.
+    const auto* const data = packet.lift.data();
+    const bool made_up = packet.lift.made_up();
+    const bool source = packet.has(12) && !(made_up && std::all_of(data + 6, data + 12, [](int b) { return b == 0; }));
+    address_columns(source ? station(data + 6).view() : "-", packet.has(6) && !made_up ? station(data).view() : "-");
   }
 }
 
@@ -312,6 +321,13 @@ void RowPrinter::note(const Packet& packet) {
     case WIRELINES_NET_PAP:
     case WIRELINES_NET_IPCP: pppoe_note(packet); break;
     default: link_note(packet); break;
+  }
+}
+
+void RowPrinter::tags(const Packet& packet) {
+  for (const auto& tag : packet.lift.tags()) {
+    out_.append(", VLAN ");
+    out_.number(tag.vlan());
   }
 }
 

@@ -4,6 +4,7 @@
 #include <wirelines.h>
 
 #include "clock.hpp"
+#include "lift.hpp"
 #include "output.hpp"
 #include "text.hpp"
 #include "trace.hpp"
@@ -12,7 +13,7 @@ namespace wirelines::host {
 
 class RowPrinter {
  public:
-  RowPrinter(Output& out, bool color) : out_(out), color_(color) {}
+  RowPrinter(Output& out, bool color, bool lift_tags = true) : out_(out), color_(color), lift_(lift_tags) {}
 
   // Number, time of day, source, destination, protocol, length, and what else matters; in columns, which a value that
   // is too long pushes to the right. Addresses and ports are shown by the user's names where they have one.
@@ -25,6 +26,7 @@ class RowPrinter {
   void addresses(const Packet& packet);
   void protocol_and_length(const Packet& packet);
   void note(const Packet& packet);
+  void tags(const Packet& packet);
   void verdicts(const Packet& packet);
 
   void ip_note(const Packet& packet);
@@ -44,6 +46,7 @@ class RowPrinter {
 
   Output& out_;
   bool color_;
+  Lift lift_;
   Text text_;
   Clock clock_;
 };

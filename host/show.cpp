@@ -19,15 +19,12 @@ struct ShowOptions {
 };
 
 int show(const ShowOptions& options, Output& out) {
-  Names names(options.names);
-  Lines lines;
+  load_names(options.names, options.input.traces());
+  Lines lines(options.input.lift_tags);
   LinePrinter printer(out, options.color.wanted());
   const bool several = options.input.traces().size() > 1;
-  const std::string* trace = nullptr;
 
   const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    if (frame.trace != trace) names.use(*frame.trace);
-    trace = frame.trace;
     const auto top_line = lines.decode(frame, options.input.charset);
     if (options.raw) {
       raw_frame(out, frame, top_line);
@@ -47,6 +44,7 @@ void add_show(CLI::App& program, Run& run) {
   auto options = std::make_shared<ShowOptions>();
   add_input_options(*app, options->input);
   add_charset_option(*app, options->input);
+  add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);
   options->color.add(*app);

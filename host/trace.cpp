@@ -1,6 +1,7 @@
 #include "trace.hpp"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <utility>
+
+#include "lift.hpp"
 
 namespace wirelines::host {
 
@@ -25,6 +28,12 @@ int open_trace(const std::string& name) {
     throw Failure(EX_NOPERM,
                   name + ": no permission to read it; its owner or root can grant it: chmod a+r " + in_quotes(name));
   }
+  if (error == EMFILE) {
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    throw Failure(EX_USAGE, name + ": too many traces at once: only " + std::to_string(limit.rlim_cur) +
+                                " files may be open; \"ulimit -n\" raises that, or merge some of them first");
+  }
   throw Failure(EX_NOINPUT, name + ": cannot be opened: " + error_text(error));
 }
 
@@ -41,8 +50,7 @@ int seek_stream(void* stream, off64_t* offset, int whence) {
 
 }  // namespace
 
-Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function<void()> before_wait)
-    : name_(name), frames_before_(frames_before), number_(frames_before) {
+Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_(name) {
   const int fd = open_trace(name);
   stream_ = std::make_unique<Stream>(fd, std::move(before_wait));
   struct stat status {};
@@ -64,14 +72,14 @@ Trace::Trace(const std::string& name, std::uint64_t frames_before, std::function
     const auto reason = stream_->problem().empty() ? std::string(error.data()) : stream_->problem();
     throw Failure(EX_DATAERR, shown_name() + ": is not a pcap or pcapng trace (" + reason + ")");
   }
-  if (const int type = pcap_datalink(pcap_.get()); type != DLT_EN10MB) {
+  if (const int type = pcap_datalink(pcap_.get()); !can_lift(type)) {
     const char* type_name = pcap_datalink_val_to_name(type);
     const char* description = pcap_datalink_val_to_description(type);
     throw Failure(EX_DATAERR, shown_name() + ": link type " +
                                   (type_name != nullptr ? type_name : std::to_string(type)) +
                                   (description != nullptr ? " (" + std::string(description) + ")" : "") +
-                                  " is not Ethernet; only Ethernet frames can be decoded. Capture on an Ethernet "
-                                  "interface (not on \"any\")");
+                                  " cannot be decoded, only Ethernet, Linux cooked captures, raw IP and BSD loopback; "
+                                  "capture on an Ethernet interface");
   }
 }
 
@@ -95,17 +103,32 @@ bool Trace::next(Frame& frame) {
            .original_length = header->len,
            .seconds = seconds < 0 ? static_cast<std::uint32_t>(seconds) : seconds,
            .nanoseconds = static_cast<std::uint32_t>(header->ts.tv_usec),  // libpcap was asked for nanoseconds
-           .offset = offset};
+           .offset = offset,
+           .link_type = pcap_datalink(pcap_.get())};
   return true;
 }
 
+void Trace::set_filter(const std::string& expression) {
+  auto filter = std::make_unique<bpf_program>();
+  if (pcap_compile(pcap_.get(), filter.get(), expression.c_str(), 1, PCAP_NETMASK_UNKNOWN) != 0) {
+    throw Failure(EX_USAGE, shown_name() + ": --filter " + in_quotes(expression) + ": " + pcap_geterr(pcap_.get()));
+  }
+  filter_.reset(filter.release());
+}
+
+bool Trace::matches(const Frame& frame) const {
+  if (!filter_) return true;
+  const pcap_pkthdr header{.ts = {}, .caplen = frame.length, .len = frame.original_length};
+  return pcap_offline_filter(filter_.get(), &header, frame.data) != 0;
+}
+
 Failure Trace::damaged(const std::string& reason, std::uint64_t offset) const {
-  const auto whole = number_ - frames_before_;
-  return {EX_DATAERR,
-          shown_name() + ": broken at frame " + std::to_string(number_ + 1) + ", offset " + std::to_string(offset) +
-              (stream_->compressed() ? " of the decompressed data" : "") + ": " + reason + ". " +
-              (whole == 0 ? "No frame could be read" : "Its first " + std::to_string(whole) + " frame(s) were read") +
-              "; copy the file again, or record it again"};
+  return {
+      EX_DATAERR,
+      shown_name() + ": broken at frame " + std::to_string(number_ + 1) + ", offset " + std::to_string(offset) +
+          (stream_->compressed() ? " of the decompressed data" : "") + ": " + reason + ". " +
+          (number_ == 0 ? "No frame could be read" : "Its first " + std::to_string(number_) + " frame(s) were read") +
+          "; copy the file again, or record it again"};
 }
 
 std::string Trace::shown_name() const {

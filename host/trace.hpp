@@ -14,7 +14,7 @@
 namespace wirelines::host {
 
 struct Frame {
-  std::uint64_t number;           // from 1, counting on from one trace to the next
+  std::uint64_t number;           // from 1; where several traces are read as one, numbered through
   const std::string* trace;       // the name of the trace, as the user gave it
   const std::uint8_t* data;       // good until the next frame is read
   std::uint32_t length;           // bytes captured
@@ -22,14 +22,19 @@ struct Frame {
   std::int64_t seconds;           // since 1 January 1970 UTC
   std::uint32_t nanoseconds;      // within the second; a damaged trace may have more than fit
   std::uint64_t offset;           // where in the (decompressed) trace its record begins, or blocks before it
+  int link_type = DLT_EN10MB;     // as libpcap names it
 };
 
 // One trace. Reading costs the same small memory for any trace.
 class Trace {
  public:
-  // Opens file `name`, "-" being standard input. Throws Failure when it is no trace of Ethernet frames. Its first frame
-  // has the number after `frames_before`. `before_wait` as Stream has it; `name` must stay as long as the trace.
-  Trace(const std::string& name, std::uint64_t frames_before, std::function<void()> before_wait);
+  // Opens file `name`, "-" being standard input. Throws Failure when it is no trace of frames that can be decoded.
+  // `before_wait` as Stream has it; `name` must stay as long as the trace.
+  Trace(const std::string& name, std::function<void()> before_wait);
+
+  // From now on, matches() goes by this BPF expression. Throws Failure when libpcap does not understand it.
+  void set_filter(const std::string& expression);
+  [[nodiscard]] bool matches(const Frame& frame) const;
 
   // Takes the next frame; false at the end. Throws Failure where the trace is damaged.
   bool next(Frame& frame);
@@ -38,15 +43,21 @@ class Trace {
   struct Close {
     void operator()(pcap_t* pcap) const { pcap_close(pcap); }
   };
+  struct FreeFilter {
+    void operator()(bpf_program* filter) const {
+      pcap_freecode(filter);
+      delete filter;
+    }
+  };
 
   [[nodiscard]] Failure damaged(const std::string& reason, std::uint64_t offset) const;
   [[nodiscard]] std::string shown_name() const;
 
   const std::string& name_;
-  std::uint64_t frames_before_;
-  std::uint64_t number_;
+  std::uint64_t number_ = 0;  // of the last frame, in this trace
   std::unique_ptr<Stream> stream_;
   std::unique_ptr<pcap_t, Close> pcap_;
+  std::unique_ptr<bpf_program, FreeFilter> filter_;  // null: every frame matches
 };
 
 }  // namespace wirelines::host

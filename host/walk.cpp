@@ -6,7 +6,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <optional>
+#include <deque>
+#include <memory>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "failure.hpp"
 
@@ -60,35 +64,96 @@ void module_message(std::int32_t /*code*/, const char* text, void* troubles) {
   static_cast<Troubles*>(troubles)->add(EX_OSERR, text);
 }
 
+// The frames of several traces in the order of time. Of each trace that has frames left, the next one is at hand.
+class Merge {
+ public:
+  Merge(const InputOptions& options, Output& out, Troubles& troubles) : out_(out), troubles_(troubles) {
+    for (auto& name : options.traces()) open(name, options.filter);
+  }
+
+  // The next frame, good until the call after it; null at the end. A trace is only asked for a frame when its last one
+  // has been dealt with: the next may have to be waited for.
+  Frame* next() {
+    if (current_) add(std::move(current_));
+    if (readers_.empty()) return nullptr;
+    std::pop_heap(readers_.begin(), readers_.end(), later);
+    current_ = std::move(readers_.back());
+    readers_.pop_back();
+    return &current_->frame;
+  }
+
+  // Whether the filter lets that frame through.
+  [[nodiscard]] bool matches() const { return current_->trace->matches(current_->frame); }
+
+ private:
+  struct Reader {
+    std::unique_ptr<Trace> trace;
+    Frame frame;
+    std::size_t order;
+  };
+  using ReaderPtr = std::unique_ptr<Reader>;
+
+  static bool later(const ReaderPtr& a, const ReaderPtr& b) {
+    return std::tie(a->frame.seconds, a->frame.nanoseconds, a->order) >
+           std::tie(b->frame.seconds, b->frame.nanoseconds, b->order);
+  }
+
+  void open(const std::string& name, const std::string& filter) {
+    names_.push_back(name);
+    try {
+      auto trace = std::make_unique<Trace>(names_.back(), [this] { out_.flush(); });
+      if (!filter.empty()) trace->set_filter(filter);
+      add(std::make_unique<Reader>(Reader{std::move(trace), {}, names_.size()}));
+    } catch (const Failure& failure) {
+      if (failure.exit_code() == EX_USAGE) throw;
+      tell(failure);
+    }
+  }
+
+  // Puts a trace back with its next frame, or closes it when there is none.
+  void add(ReaderPtr reader) {
+    try {
+      if (!reader->trace->next(reader->frame)) return;
+    } catch (const Failure& failure) {
+      return tell(failure);
+    }
+    readers_.push_back(std::move(reader));
+    std::push_heap(readers_.begin(), readers_.end(), later);
+  }
+
+  void tell(const Failure& failure) {
+    out_.flush();  // so that on a terminal the message stands behind the frames before it
+    troubles_.add(failure.exit_code(), failure.what());
+  }
+
+  Output& out_;
+  Troubles& troubles_;
+  std::deque<std::string> names_;   // frames point to them
+  std::vector<ReaderPtr> readers_;  // a heap, the earliest frame first
+  ReaderPtr current_;
+};
+
 }  // namespace
 
 int walk(const InputOptions& options, Output& out, const std::function<void(const Frame&)>& visit) {
-  const auto traces = options.traces();
   Troubles troubles;
+  Merge traces(options, out, troubles);
   SetErrMessageHandler(module_message, &troubles);
   {
     Progress progress(options.quiet);
-    Frame frame{};
     std::uint64_t read = 0;
     std::uint64_t shown = 0;
     const auto done = [&] {
       return shown == options.count || options.frames.ends_before(read + 1) || out.error() != 0;
     };
-    for (const auto& name : traces) {
-      if (done()) break;
-      try {
-        Trace trace(name, read, [&out] { out.flush(); });
-        while (!done() && trace.next(frame)) {
-          read = frame.number;
-          progress.frame(read);
-          if (!options.frames.contains(read)) continue;
-          visit(frame);
-          shown++;
-        }
-      } catch (const Failure& failure) {
-        out.flush();  // so that on a terminal the message stands behind the frames before it
-        troubles.add(failure.exit_code(), failure.what());
-      }
+    while (!done()) {
+      Frame* const frame = traces.next();
+      if (frame == nullptr) break;
+      frame->number = ++read;
+      progress.frame(read);
+      if (!options.frames.contains(read) || !traces.matches()) continue;
+      visit(*frame);
+      shown++;
     }
     if (shown == 0 && troubles.exit_code() == 0 && !options.quiet) {
       complain(read == 0 ? "there are no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");

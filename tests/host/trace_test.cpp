@@ -43,7 +43,7 @@ struct Reading {
 Reading read_file(const std::string& path) {
   Reading reading;
   try {
-    Trace trace(path, 10, {});
+    Trace trace(path, {});
     for (Frame frame{}; trace.next(frame);) {
       reading.frames.push_back(std::to_string(frame.number) + "@" + std::to_string(frame.offset) + " " +
                                std::to_string(frame.seconds) + "." + std::to_string(frame.nanoseconds) + " " +
