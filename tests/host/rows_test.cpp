@@ -6,31 +6,12 @@
 #include <cstdlib>
 #include <ctime>
 #include <string>
-#include <vector>
 
+#include "hex.hpp"
 #include "written.hpp"
 
 namespace wirelines::host {
 namespace {
-
-// Hex digits, grouped at will; "x20" behind a byte stands for twenty of it.
-std::vector<std::uint8_t> bytes_of(const std::string& text) {
-  std::vector<std::uint8_t> bytes;
-  for (std::size_t i = 0; i < text.size();) {
-    if (text[i] == ' ') {
-      i++;
-    } else if (text[i] == 'x') {
-      std::size_t digits = 0;
-      const auto count = std::stoul(text.substr(i + 1), &digits);
-      bytes.insert(bytes.end(), count - 1, bytes.back());
-      i += 1 + digits;
-    } else {
-      bytes.push_back(static_cast<std::uint8_t>(std::stoul(text.substr(i, 2), nullptr, 16)));
-      i += 2;
-    }
-  }
-  return bytes;
-}
 
 // The row of a frame, from a heap copy of exactly its size, without the newline.
 std::string row(const std::string& hex, std::uint32_t original_length = 0, bool color = false) {
