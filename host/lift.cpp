@@ -104,7 +104,7 @@ std::uint16_t type_field(const Frame& frame) {
     case DLT_IPV6: return kIp6;
     case DLT_NULL: {
       // In the byte order of the machine that captured: a family is a small number.
-      const std::uint32_t little = data[0] | data[1] << 8;
+      const auto little = static_cast<std::uint32_t>(data[0] | data[1] << 8);
       return family_type(little != 0 ? little : be16(data + 2));
     }
     case DLT_LOOP: return family_type(be16(data + 2));
