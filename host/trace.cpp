@@ -1,7 +1,6 @@
 #include "trace.hpp"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,12 +26,6 @@ int open_trace(const std::string& name) {
   if (error == EACCES || error == EPERM) {
     throw Failure(EX_NOPERM,
                   name + ": no permission to read it; its owner or root can grant it: chmod a+r " + in_quotes(name));
-  }
-  if (error == EMFILE) {
-    rlimit limit{};
-    getrlimit(RLIMIT_NOFILE, &limit);
-    throw Failure(EX_USAGE, name + ": too many traces at once: only " + std::to_string(limit.rlim_cur) +
-                                " files may be open; \"ulimit -n\" raises that, or merge some of them first");
   }
   throw Failure(EX_NOINPUT, name + ": cannot be opened: " + error_text(error));
 }

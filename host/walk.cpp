@@ -1,5 +1,6 @@
 #include "walk.hpp"
 
+#include <sys/resource.h>
 #include <unistd.h>
 #include <vek4001.h>
 
@@ -68,7 +69,9 @@ void module_message(std::int32_t /*code*/, const char* text, void* troubles) {
 class Merge {
  public:
   Merge(const InputOptions& options, Output& out, Troubles& troubles) : out_(out), troubles_(troubles) {
-    for (auto& name : options.traces()) open(name, options.filter);
+    const auto names = options.traces();
+    refuse_too_many(names.size());
+    for (const auto& name : names) open(name, options.filter);
   }
 
   // The next frame, good until the call after it; null at the end. A trace is only asked for a frame when its last one
@@ -96,6 +99,14 @@ class Merge {
   static bool later(const ReaderPtr& a, const ReaderPtr& b) {
     return std::tie(a->frame.seconds, a->frame.nanoseconds, a->order) >
            std::tie(b->frame.seconds, b->frame.nanoseconds, b->order);
+  }
+
+  // All traces are open together, besides standard input, output and error.
+  static void refuse_too_many(std::size_t traces) {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || traces + 3 <= limit.rlim_cur) return;
+    throw Failure(EX_USAGE, std::to_string(traces) + " traces are too many: only " + std::to_string(limit.rlim_cur) +
+                                " files may be open at once; \"ulimit -n\" raises that, or merge some traces first");
   }
 
   void open(const std::string& name, const std::string& filter) {
