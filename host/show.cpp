@@ -20,7 +20,7 @@ struct ShowOptions {
 
 int show(const ShowOptions& options, Output& out) {
   load_names(options.names, options.input.traces());
-  Lines lines(options.input.lift_tags);
+  Lines lines(options.input.lift_tags && !options.raw);  // the raw form holds the library's own lines
   LinePrinter printer(out, options.color.wanted());
   const bool several = options.input.traces().size() > 1;
 
