@@ -14,7 +14,7 @@ using Run = std::function<int(Output&)>;
 
 using AddCommand = void(CLI::App& program, Run& run);
 
-AddCommand add_show, add_list, add_dump;
-inline constexpr AddCommand* kCommands[] = {add_show, add_list, add_dump};
+AddCommand add_show, add_list, add_dump, add_stats;
+inline constexpr AddCommand* kCommands[] = {add_show, add_list, add_dump, add_stats};
 
 }  // namespace wirelines::host

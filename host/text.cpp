@@ -40,7 +40,8 @@ bool plain_word(const char* bytes) {
   return unplain_bytes(word_at(bytes)) == 0;
 }
 
-void append_picture(Output& out, unsigned char control) {
+template <typename Sink>
+void append_picture(Sink& out, unsigned char control) {
   const char picture[] = {'\xE2', '\x90', static_cast<char>(0x80 + (control == 0x7F ? 0x21 : control))};
   out.append(std::string_view(picture, sizeof picture));
 }
@@ -89,6 +90,15 @@ Text::~Text() {
 }
 
 void Text::append(Output& out, std::string_view bytes) {
+  convert(out, bytes);
+}
+
+void Text::append(std::string& out, std::string_view bytes) {
+  convert(out, bytes);
+}
+
+template <typename Sink>
+void Text::convert(Sink& out, std::string_view bytes) {
   if (is_plain(bytes)) {
     out.append(bytes);
     return;
@@ -97,7 +107,7 @@ void Text::append(Output& out, std::string_view bytes) {
     const auto byte = static_cast<unsigned char>(bytes[0]);
     std::size_t used = 1;
     if (plain(byte)) {
-      out.append(bytes[0]);
+      out.append(bytes.substr(0, 1));
     } else if (byte < 0x80) {
       append_picture(out, byte);
     } else {
@@ -109,7 +119,8 @@ void Text::append(Output& out, std::string_view bytes) {
 
 // One character that is not ASCII; returns the bytes it took. A lead byte whose pair is no character is bad alone: the
 // byte behind it is looked at again, so that a broken pair hides nothing.
-std::size_t Text::append_character(Output& out, std::string_view bytes) {
+template <typename Sink>
+std::size_t Text::append_character(Sink& out, std::string_view bytes) {
   const std::size_t size = lead(static_cast<unsigned char>(bytes[0])) ? 2 : 1;
   if (size <= bytes.size()) {
     std::array<char, 2> in{bytes[0], size == 2 ? bytes[1] : '\0'};

@@ -3,6 +3,7 @@
 
 #include <iconv.h>
 
+#include <string>
 #include <string_view>
 
 #include "output.hpp"
@@ -20,9 +21,13 @@ class Text {
   Text& operator=(const Text&) = delete;
 
   void append(Output& out, std::string_view bytes);
+  void append(std::string& out, std::string_view bytes);
 
  private:
-  std::size_t append_character(Output& out, std::string_view bytes);
+  template <typename Sink>
+  void convert(Sink& out, std::string_view bytes);
+  template <typename Sink>
+  std::size_t append_character(Sink& out, std::string_view bytes);
 
   iconv_t converter_;
 };

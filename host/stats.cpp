@@ -1,0 +1,66 @@
+// wirelines stats: what the frames of traces add up to.
+#include <langinfo.h>
+
+#include <clocale>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "commands.hpp"
+#include "names.hpp"
+#include "report.hpp"
+#include "walk.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct StatsOptions {
+  InputOptions input;
+  NameOptions names;
+  ColorOption color;
+  std::size_t top = 10;
+  bool json = false;
+};
+
+bool utf8_locale() {
+  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+  if (locale == nullptr) return false;
+  const bool utf8 = std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8";
+  freelocale(locale);
+  return utf8;
+}
+
+int stats(const StatsOptions& options, Output& out) {
+  Names names(options.names);
+  names.use(options.input.traces().front());
+  const auto tally = std::make_unique<Tally>();
+  const int exit_code = walk(options.input, out, [&tally](const Frame& frame) { tally->add(frame); });
+  if (options.json) {
+    write_json(out, *tally, options.top);
+  } else if (tally->total.frames > 0) {
+    write_text(out, *tally, {options.top, options.color.wanted(), utf8_locale()});
+  }
+  return finish(out, exit_code);
+}
+
+}  // namespace
+
+void add_stats(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("stats", "Sum up traces: protocols, talkers, ports, checksums");
+  auto options = std::make_shared<StatsOptions>();
+  add_input_options(*app, options->input);
+  add_name_options(*app, options->names);
+  add_utc_option(*app);
+  options->color.add(*app);
+  app->add_option("--top", options->top, "Rows a table (default 10); 0 for all")->type_name("ROWS");
+  app->add_flag("--json", options->json, "One JSON object, for programs");
+  app->footer(
+      "Several traces are summed up as one, with the names of the first.\n"
+      "Examples:\n"
+      "  wirelines stats --top 5 trace.pcap         the five busiest of everything\n"
+      "  wirelines stats --json trace.pcap | jq .checksums");
+  app->callback([&run, options] { run = [options](Output& out) { return stats(*options, out); }; });
+}
+
+}  // namespace wirelines::host
