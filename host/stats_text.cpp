@@ -17,6 +17,9 @@ constexpr std::size_t kWidth = 100;
 constexpr std::size_t kBarWidth = 40;
 constexpr std::size_t kChartWidth = 80;
 constexpr std::size_t kChartHeight = 5;
+constexpr std::uint64_t kSecond = 1'000'000'000;
+constexpr std::size_t kDate = sizeof "2024-05-01";  // with the blank behind it
+constexpr std::size_t kDateAndTime = sizeof "2024-05-01 10:01:01" - 1;
 
 constexpr std::string_view kPlain = "\x1B[0m";
 constexpr std::string_view kTitleColor = "\x1B[1;38;5;32m";
@@ -90,7 +93,7 @@ struct Table {
   struct Column {
     std::string_view head;
     bool right = true;
-    bool may_go = false;  // left out when the table would be too wide
+    std::size_t goes = 0;  // when the table would be too wide: columns of 1 are left out first, then those of 2
   };
   std::vector<Column> columns;
   std::vector<std::vector<std::string>> rows;
@@ -154,7 +157,6 @@ class Report {
              (tally_.cut.frames == 0 ? "" : ", " + std::to_string(tally_.cut.bytes) + " of them not captured"));
     const auto start = local_time(tally_.first_time, "%Y-%m-%d %H:%M:%S");
     const auto end = local_time(tally_.last_time, "%Y-%m-%d %H:%M:%S");
-    constexpr std::size_t kDate = sizeof "2024-05-01";
     const bool same_day = start.compare(0, kDate, end, 0, kDate) == 0;
     fact("Time", start + " to " + (same_day ? end.substr(kDate) : end));
     fact("Duration", seconds(duration));
@@ -247,11 +249,11 @@ class Report {
                  {"B", false},
                  {"frames"},
                  {"bytes"},
-                 {"%"},
-                 {"A > B", true, true},
-                 {"bytes", true, true},
-                 {"B > A", true, true},
-                 {"bytes", true, true}},
+                 {"%", true, 2},
+                 {"A > B", true, 1},
+                 {"bytes", true, 1},
+                 {"B > A", true, 1},
+                 {"bytes", true, 1}},
                 {},
                 {}};
     for (const auto& entry : entries) {
@@ -381,8 +383,13 @@ class Report {
       out_.append(line);
       out_.append('\n');
     }
-    const auto from = local_time(columns.start, "%H:%M:%S");
-    const auto to = local_time(columns.start + columns.width * columns.counts.size(), "%H:%M:%S");
+    const auto end = columns.start + columns.width * columns.counts.size();
+    auto from = local_time(columns.start, "%Y-%m-%d %H:%M:%S");
+    auto to = local_time(end, "%Y-%m-%d %H:%M:%S");
+    for (auto* const text : {&from, &to}) {
+      if (columns.width % kSecond == 0) text->resize(kDateAndTime);
+      if (end - columns.start < 86400 * kSecond) text->erase(0, kDate);
+    }
     out_.append("  " + from);
     const auto ends = from.size() + to.size();
     out_.blanks(columns.counts.size() > ends ? columns.counts.size() - ends : 4);
@@ -404,17 +411,19 @@ class Report {
 
   void print(const Table& table) {
     std::vector<std::size_t> widths;
-    std::size_t width = 0;
+    std::array<std::size_t, 3> width{};  // of the columns of each kind
     for (std::size_t i = 0; i < table.columns.size(); i++) {
-      widths.push_back(table.columns[i].head.size());
+      const auto& column = table.columns[i];
+      widths.push_back(column.head.size());
       for (const auto& row : table.rows) widths[i] = std::max(widths[i], row[i].size());
-      width += widths[i] + 2;
+      width[column.goes] += widths[i] + 2;
     }
-    const bool too_wide = width > kWidth;
+    const bool without_1 = width[0] + width[1] + width[2] > kWidth;
+    const bool without_2 = width[0] + width[2] > kWidth;
     const auto line = [&](auto cell_of) {
       for (std::size_t i = 0; i < widths.size(); i++) {
         const auto& column = table.columns[i];
-        if (too_wide && column.may_go) continue;
+        if ((without_1 && column.goes == 1) || (without_2 && column.goes == 2)) continue;
         const std::string_view cell = cell_of(i);
         const auto fill = widths[i] - cell.size();
         out_.blanks(2 + (column.right ? fill : 0));
