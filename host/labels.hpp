@@ -25,7 +25,8 @@ Label label(const Key<3>& port);     // "tcp 80"
 // From the framing inwards: "Ethernet II", "IPv4", "TCP".
 std::vector<std::string> path(const ProtocolKey& key);
 
-constexpr std::array<const char*, kFramings> kFramingNames = {"Too short", "802.3 raw", "LLC", "SNAP", "Ethernet II"};
+constexpr std::array<const char*, kFramings> kFramingNames = {"Too short", "802.3 raw",   "LLC",
+                                                              "SNAP",      "Ethernet II", "No Ethernet"};
 constexpr std::array<const char*, kChecksums> kChecksumNames = {"IPv4 header", "ICMP", "TCP", "UDP"};
 
 // "0-59", ">=1515": the lengths of row `row` of the sizes.

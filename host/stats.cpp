@@ -32,9 +32,8 @@ bool utf8_locale() {
 }
 
 int stats(const StatsOptions& options, Output& out) {
-  Names names(options.names);
-  names.use(options.input.traces().front());
-  const auto tally = std::make_unique<Tally>();
+  load_names(options.names, options.input.traces());
+  const auto tally = std::make_unique<Tally>(options.input.lift_tags);
   const int exit_code = walk(options.input, out, [&tally](const Frame& frame) { tally->add(frame); });
   if (options.json) {
     write_json(out, *tally, options.top);
@@ -50,13 +49,13 @@ void add_stats(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("stats", "Sum up traces: protocols, talkers, ports, checksums");
   auto options = std::make_shared<StatsOptions>();
   add_input_options(*app, options->input);
+  add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);
   options->color.add(*app);
   app->add_option("--top", options->top, "Rows a table (default 10); 0 for all")->type_name("ROWS");
   app->add_flag("--json", options->json, "One JSON object, for programs");
   app->footer(
-      "Several traces are summed up as one, with the names of the first.\n"
       "Examples:\n"
       "  wirelines stats --top 5 trace.pcap         the five busiest of everything\n"
       "  wirelines stats --json trace.pcap | jq .checksums");

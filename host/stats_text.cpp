@@ -332,7 +332,7 @@ class Report {
   void framings() {
     title("Framing of the stations", "frames sent");
     std::vector<Framing> used;
-    for (const auto framing : {kEthernetII, kRaw8023, kLlc, kSnap, kTooShort}) {
+    for (const auto framing : {kEthernetII, kRaw8023, kLlc, kSnap, kTooShort, kNoEthernet}) {
       if (tally_.framings[framing].frames > 0) used.push_back(framing);
     }
     if (used.size() == 1) {

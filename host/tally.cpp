@@ -46,8 +46,9 @@ std::uint16_t service(std::uint16_t a, std::uint16_t b, HasName has_name) {
 // A frame and what the classifier says of it. Where the network header begins is found again here, because the
 // classifier's own offsets are not the same for all carriers.
 struct Tally::Packet {
-  explicit Packet(const Frame& its_frame) : frame(its_frame), length(its_frame.original_length) {
-    CheckPacket(frame.data, static_cast<std::int32_t>(frame.length), &s);
+  Packet(const Frame& its_frame, const Lift& its_lift)
+      : frame(its_frame), lift(its_lift), length(its_frame.original_length) {
+    CheckPacket(lift.data(), lift.length(), &s);
     is_ip6 = s.networkCode == WIRELINES_NET_IP6;
     is_ip = s.networkCode == WIRELINES_NET_IP || s.networkCode == WIRELINES_NET_IP_FRAGMENT ||
             (is_ip6 && s.etherType != kTypeIp6);
@@ -61,10 +62,12 @@ struct Tally::Packet {
     ip6 = ip + ip_header;
   }
 
-  [[nodiscard]] bool has(std::uint32_t bytes) const { return frame.length >= bytes; }
+  // Bytes are those of the lifted frame.
+  [[nodiscard]] std::uint32_t captured() const { return static_cast<std::uint32_t>(lift.length()); }
+  [[nodiscard]] bool has(std::uint32_t bytes) const { return captured() >= bytes; }
   [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
   // A byte that was not captured reads as zero.
-  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? frame.data[offset] : 0; }
+  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? lift.data()[offset] : 0; }
   [[nodiscard]] std::uint16_t be16(std::uint32_t offset) const {
     return static_cast<std::uint16_t>(byte(offset) << 8 | byte(offset + 1));
   }
@@ -81,7 +84,7 @@ struct Tally::Packet {
   };
   [[nodiscard]] Part message() const {
     const auto part = [this](std::uint32_t offset, std::uint32_t size) -> Part {
-      return {offset, has(offset) ? std::min(size, frame.length - offset) : 0};
+      return {offset, has(offset) ? std::min(size, captured() - offset) : 0};
     };
     if (!is_ip6) {
       const std::uint32_t total = be16(ip + 2);
@@ -101,6 +104,7 @@ struct Tally::Packet {
     ProtocolKey key;
     key.framing = framing_of(s.frameKind);
     if (s.frameKind == 0) return key;
+    if (lift.made_up() && key.framing == kEthernetII) key.framing = kNoEthernet;
     if (s.frameKind == WIRELINES_LLC_S_U) {
       key.flags = ProtocolKey::kControl;
       return key;
@@ -117,6 +121,7 @@ struct Tally::Packet {
   }
 
   const Frame& frame;
+  const Lift& lift;
   std::uint32_t length;
   PacketSummary s{};
   bool is_ip = false;  // both for IPv6 in IPv4
@@ -174,7 +179,8 @@ T* Layer<N, T>::add(const std::uint8_t* source, const std::uint8_t* destination,
   return sender;
 }
 
-Tally::Tally(std::size_t bound) : stations(bound), ip(bound), ip6(bound), ipx(bound), ports(bound) {
+Tally::Tally(bool lift_tags, std::size_t bound)
+    : stations(bound), ip(bound), ip6(bound), ipx(bound), ports(bound), lift_(lift_tags) {
   for (std::uint32_t port = 0; port < 65536; port++) {
     tcp_services_[port] = *PortToName(static_cast<std::uint16_t>(port), kTcp) != '\0';
     udp_services_[port] = *PortToName(static_cast<std::uint16_t>(port), kUdp) != '\0';
@@ -182,7 +188,8 @@ Tally::Tally(std::size_t bound) : stations(bound), ip(bound), ip6(bound), ipx(bo
 }
 
 void Tally::add(const Frame& frame) {
-  const Packet packet(frame);
+  lift_.take(frame);
+  const Packet packet(frame, lift_);
   const auto length = packet.length;
   const auto key = packet.key();
   add_time(frame);
@@ -195,8 +202,8 @@ void Tally::add(const Frame& frame) {
   } else {
     protocols_missed.add(length);
   }
-  if (packet.has(12)) {
-    if (auto* sender = stations.add(frame.data + 6, frame.data, length)) sender->framings[key.framing].add(length);
+  if (packet.has(12) && !lift_.made_up()) {
+    if (auto* sender = stations.add(lift_.data() + 6, lift_.data(), length)) sender->framings[key.framing].add(length);
   }
   add_network(packet);
   add_checksums(packet);

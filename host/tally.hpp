@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "bounded_table.hpp"
+#include "lift.hpp"
 #include "timeline.hpp"
 #include "trace.hpp"
 
@@ -22,7 +23,7 @@ struct Talker {
   [[nodiscard]] Count both() const { return Count(sent) += received; }
 };
 
-enum Framing : std::uint8_t { kTooShort, kRaw8023, kLlc, kSnap, kEthernetII, kFramings };
+enum Framing : std::uint8_t { kTooShort, kRaw8023, kLlc, kSnap, kEthernetII, kNoEthernet, kFramings };
 
 struct Station : Talker {
   std::array<Count, kFramings> framings;  // of what it sent
@@ -82,7 +83,7 @@ class Tally {
  public:
   // At most `bound` entries a table. The user's names should be loaded: a port that has a name is taken for the one
   // that a service has.
-  explicit Tally(std::size_t bound = 65536);
+  explicit Tally(bool lift_tags = true, std::size_t bound = 65536);
 
   void add(const Frame& frame);
 
@@ -116,6 +117,7 @@ class Tally {
   void add_transport_checksum(const Packet& packet);
   void add_port(PortKind kind, std::uint16_t port, std::uint32_t length);
 
+  Lift lift_;
   std::bitset<65536> tcp_services_;
   std::bitset<65536> udp_services_;
 };

@@ -28,7 +28,7 @@ class Stats : public testing::Test {
     const auto bytes = bytes_of(hex);
     const auto length = static_cast<std::uint32_t>(bytes.size());
     tally_.add({1, nullptr, bytes.data(), length, length + missing, 1714557661 + milliseconds / 1000,
-                milliseconds % 1000 * 1'000'000, 0});
+                milliseconds % 1000 * 1'000'000, 0, DLT_EN10MB});
   }
 
   void add_frames() {
@@ -41,7 +41,7 @@ class Stats : public testing::Test {
     return written([&](Output& out) { write_text(out, tally_, {top, false, utf8}); });
   }
 
-  Tally tally_{2};
+  Tally tally_{true, 2};
 };
 
 TEST_F(Stats, for_people) {

@@ -13,10 +13,10 @@ namespace wirelines::host {
 namespace {
 
 // From a heap copy of exactly its size.
-void add(Tally& tally, const std::string& hex, std::uint32_t missing = 0) {
+void add(Tally& tally, const std::string& hex, std::uint32_t missing = 0, int link_type = DLT_EN10MB) {
   const auto bytes = bytes_of(hex);
   const auto length = static_cast<std::uint32_t>(bytes.size());
-  tally.add({1, nullptr, bytes.data(), length, length + missing, 1714557661, 0, 0});
+  tally.add({1, nullptr, bytes.data(), length, length + missing, 1714557661, 0, 0, link_type});
 }
 
 std::string verdicts(const Tally& tally) {
@@ -123,6 +123,17 @@ TEST(Tally, a_frame_counts_as) {
   }
 }
 
+TEST(Tally, vlan_tags_and_other_link_layers) {
+  const auto udp = ip("11", "8C9B") + "C000 0035 0008 5274";
+  Tally tally;
+  add(tally, kMacs + "8100 0005 0800" + udp);
+  add(tally, udp, 0, DLT_RAW);
+  EXPECT_EQ(verdicts(tally), "IPv4 header right, IPv4 header right, UDP right, UDP right");
+  EXPECT_EQ(tally.stations.total, (Count{1, 46}));
+  EXPECT_EQ(tally.framings[kNoEthernet], (Count{1, 28}));
+  EXPECT_EQ(tally.total, (Count{2, 74}));
+}
+
 // Both ways of a conversation come into one entry.
 TEST(Tally, talkers_and_conversations) {
   Tally tally;
@@ -190,10 +201,10 @@ TEST(Tally, totals_add_up) {
       if (entry.path().extension() != ".pcap") continue;
       const std::string name = entry.path();
       Tally tally;
-      Tally small(3);
+      Tally small(true, 3);
       Count total;
       try {
-        Trace trace(name, 0, [] {});
+        Trace trace(name, [] {});
         for (Frame frame{}; trace.next(frame);) {
           tally.add(frame);
           small.add(frame);
@@ -210,7 +221,7 @@ TEST(Tally, totals_add_up) {
 }
 
 TEST(Tally, a_full_table_counts_what_it_cannot_take) {
-  Tally tally(2);
+  Tally tally(true, 2);
   const std::string target = "020000000001 ";
   for (const auto* const source : {"020000000002 ", "020000000003 ", "020000000004 ", "020000000002 "}) {
     add(tally, target + source + "0800" + ip("11") + "C000 0035 0008 0000");
