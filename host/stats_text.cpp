@@ -1,5 +1,6 @@
 // The report for people: 100 columns, the summary first.
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <string_view>
@@ -200,14 +201,14 @@ class Report {
     }
   }
 
-  void protocol_row(const std::string& name, const Count& count, std::size_t depth, Table& table) {
+  void protocol_row(const std::string& name, const Count& count, std::size_t depth, Table& table) const {
     table.rows.push_back({std::string(2 * depth, ' ') + name, std::to_string(count.frames),
                           share(count.frames, tally_.total.frames), std::to_string(count.bytes),
                           share(count.bytes, tally_.total.bytes)});
   }
 
   // "Stations  (10 of 24, by bytes)"
-  [[nodiscard]] std::string remark(std::size_t shown, std::size_t entries) const {
+  static std::string remark(std::size_t shown, std::size_t entries) {
     return shown == entries ? std::to_string(entries) : std::to_string(shown) + " of " + std::to_string(entries);
   }
 
@@ -312,7 +313,7 @@ class Report {
   static std::size_t eighths_of(std::uint64_t value, std::uint64_t most, std::size_t cells) {
     if (value == 0) return 0;
     const double part = static_cast<double>(value) / static_cast<double>(most);
-    return std::max<std::size_t>(1, static_cast<std::size_t>(part * static_cast<double>(cells * 8) + 0.5));
+    return std::max<std::size_t>(1, static_cast<std::size_t>(std::lround(part * static_cast<double>(cells * 8))));
   }
 
   void checksums() {
