@@ -6,16 +6,20 @@
 
 namespace wirelines::host {
 
-void complain(std::string_view message) {
-  std::string line = "wirelines: ";
+std::string printable(std::string_view text) {
+  std::string result;
   unsigned char before = 0;
-  for (const char c : message) {
+  for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     const bool c1 = before == 0xC2 && byte >= 0x80 && byte < 0xA0;  // a C1 control in UTF-8
-    line.push_back(byte < 0x20 || byte == 0x7F || c1 ? '?' : c);
+    result.push_back(byte < 0x20 || byte == 0x7F || c1 ? '?' : c);
     before = byte;
   }
-  line.push_back('\n');
+  return result;
+}
+
+void complain(std::string_view message) {
+  const auto line = "wirelines: " + printable(message) + "\n";
   // Nobody is left to be told when standard error itself cannot be written.
   [[maybe_unused]] const auto written = write(STDERR_FILENO, line.data(), line.size());
 }

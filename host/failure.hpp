@@ -19,8 +19,10 @@ class Failure : public std::runtime_error {
   int exit_code_;
 };
 
-// Writes "wirelines: MESSAGE" as one line to standard error. Names of files and bytes of traces may be part of the
-// message: control characters are shown as '?'.
+// `text` with '?' for each control character, for a terminal to see: names of files, bytes of traces.
+std::string printable(std::string_view text);
+
+// Writes "wirelines: MESSAGE" as one line to standard error, the message made printable.
 void complain(std::string_view message);
 
 // 'TEXT', for messages.

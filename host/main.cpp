@@ -50,6 +50,7 @@ int run_program(int argc, char** argv) {
   program.footer(
       "wirelines SUBCOMMAND --help tells more. Exit codes: 0, 64 usage, 65 damaged trace, 66 no such\n"
       "trace, 74 output cannot be written, 77 no permission.");
+  program.require_subcommand(0, 1);  // a word after the first is never taken for another subcommand
   Run run;
   for (auto* add_command : kCommands) add_command(program, run);
   try {
@@ -63,8 +64,10 @@ int run_program(int argc, char** argv) {
     out.append('\n');
     return finish(out, 0);
   } catch (const CLI::ParseError& error) {
-    const auto chosen = program.get_subcommands();
-    const std::string command = chosen.empty() ? "wirelines" : "wirelines " + chosen[0]->get_name();
+    std::string command = "wirelines";
+    for (auto chosen = program.get_subcommands(); !chosen.empty(); chosen = chosen[0]->get_subcommands()) {
+      command += " " + chosen[0]->get_name();
+    }
     complain(std::string(error.what()) + " (see " + command + " --help)");
     return EX_USAGE;
   } catch (const Failure& failure) {

@@ -1,6 +1,8 @@
 // The user's names for stations, addresses and ports: which files they come from, and which file wins.
 #pragma once
 
+#include <vek4003.h>
+
 #include <string>
 #include <vector>
 
@@ -8,9 +10,23 @@
 
 namespace wirelines::host {
 
-// Loads the names for frames of these traces. The files, from the weakest: the system's (when asked for), the user's
-// configuration folder, TRACE.names of each trace, --names; of several the last. Lines that cannot be used are told to
-// the user. Throws Failure when a file of --names cannot be read.
+struct NameFile {
+  std::string path;
+  NickNameFormat format;
+};
+
+// The file of names in the user's configuration folder; empty when there is no such folder.
+std::string user_names();
+
+// The files of names for frames of these traces that are there, from the weakest: the system's (when asked for), the
+// user's, TRACE.names of each trace, --names; of several the last.
+std::vector<NameFile> name_files(const NameOptions& options, const std::vector<std::string>& traces);
+
+// Throws Failure when a file of names cannot be read.
+void need_names(const std::string& file);
+
+// Loads the names for frames of these traces. Lines that cannot be used are told to the user. Throws Failure when a
+// file of --names cannot be read.
 void load_names(const NameOptions& options, const std::vector<std::string>& traces);
 
 }  // namespace wirelines::host

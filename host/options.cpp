@@ -111,6 +111,10 @@ bool ColorOption::wanted() const {
 
 void add_name_options(CLI::App& app, NameOptions& options) {
   app.add_flag("-n", options.none, "Show no names of stations, addresses, ports");
+  add_name_file_options(app, options);
+}
+
+void add_name_file_options(CLI::App& app, NameOptions& options) {
   app.add_option("--names", options.files, "A file of names, on top of the trace's own and the user's")
       ->type_name("FILE")
       ->allow_extra_args(false);

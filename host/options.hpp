@@ -52,6 +52,8 @@ struct NameOptions {
   bool system = false;
 };
 
+// -n, and which files of names count.
 void add_name_options(CLI::App& app, NameOptions& options);
+void add_name_file_options(CLI::App& app, NameOptions& options);
 
 }  // namespace wirelines::host

@@ -141,4 +141,37 @@ std::size_t Text::append_character(Sink& out, std::string_view bytes) {
   return 1;
 }
 
+std::string line_bytes(std::string_view utf8) {
+  if (is_plain(utf8)) return std::string(utf8);
+  std::string input(utf8);
+  std::string result(utf8.size(), '\0');  // no character takes more bytes than in UTF-8
+  char* from = input.data();
+  char* to = result.data();
+  std::size_t from_left = input.size();
+  std::size_t to_left = result.size();
+  // iconv says the same of a character that the target lacks and of bytes that are none, so it is asked twice.
+  const auto failed = static_cast<std::size_t>(-1);
+  const iconv_t checker = iconv_open("UTF-8", "UTF-8");
+  const bool valid = iconv(checker, &from, &from_left, &to, &to_left) != failed;
+  iconv_close(checker);
+  if (!valid) return input;
+
+  from = input.data();
+  to = result.data();
+  from_left = input.size();
+  to_left = result.size();
+  const iconv_t converter = iconv_open("CP932", "UTF-8");
+  while (from_left > 0 && iconv(converter, &from, &from_left, &to, &to_left) == failed && to_left > 0) {
+    do {  // past the character that is lacking
+      from++;
+      from_left--;
+    } while (from_left > 0 && (static_cast<unsigned char>(*from) & 0xC0) == 0x80);
+    *to++ = '?';
+    to_left--;
+  }
+  iconv_close(converter);
+  result.resize(result.size() - to_left);
+  return result;
+}
+
 }  // namespace wirelines::host

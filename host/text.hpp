@@ -32,6 +32,10 @@ class Text {
   iconv_t converter_;
 };
 
+// UTF-8 as the bytes of a line: '?' stands for a character that code page 932 lacks, and text that is not UTF-8 is
+// taken for line bytes already.
+std::string line_bytes(std::string_view utf8);
+
 // Whether every byte is printable ASCII.
 bool is_plain(std::string_view bytes);
 
