@@ -67,6 +67,7 @@ void load(const NameFile& file, const std::function<void(const std::string&)>& b
 
 // The names of every file that counts, the strongest file first.
 std::vector<std::vector<Named>> names_of_files(const NamesOptions& options) {
+  for (const auto& file : options.sources.files) need_names(file);  // before anything else is said
   std::vector<std::vector<Named>> all;
   for (const auto& file : name_files(options.sources, options.traces)) {
     load(file, complain);

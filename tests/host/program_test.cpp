@@ -1,52 +1,13 @@
 // The built program as a user meets it: what it prints, what it says, how it ends.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <cstring>
 
-#include "files.hpp"
+#include "program.hpp"
 
 namespace wirelines::host {
 namespace {
-
-struct Result {
-  int exit_code;
-  std::string out;
-  std::string err;
-};
-
-std::string contents(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-class Program : public testing::Test {
- protected:
-  Program() {
-    setenv("TZ", "Asia/Tokyo", 1);
-    setenv("XDG_CONFIG_HOME", folder_.path("config").c_str(), 1);
-    unsetenv("NO_COLOR");
-    setenv("TERM", "xterm", 1);
-    trace_ = folder_.file("trace.pcap", pcap_header() + pcap_record(ethernet_frame(15, 'a'), 1714557600, 123456, 15) +
-                                            pcap_record(ethernet_frame(16, '\xB6'), 1714557601, 5, 1514) +
-                                            pcap_record(ethernet_frame(17, 'c'), 1714557601, 999999, 17));
-  }
-
-  // Runs a command line of the shell in which $W is the program and $T the trace.
-  Result run(const std::string& command) {
-    setenv("W", PROGRAM, 1);
-    setenv("T", trace_.c_str(), 1);
-    folder_.file("command", "cd '" + folder_.path("") + "'; " + command);
-    const auto line = std::string("bash '") + folder_.path("command") + "' > '" + folder_.path("out") + "' 2> '" +
-                      folder_.path("err") + "' < /dev/null";
-    const int status = std::system(line.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(folder_.path("out")), contents(folder_.path("err"))};
-  }
-
-  Folder folder_;
-  std::string trace_;
-};
 
 TEST_F(Program, shows_a_frame) {
   EXPECT_EQ(run("$W show -N 2 $T").out,
@@ -191,9 +152,9 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show $T | head -n 1; exit ${PIPESTATUS[0]}", 0, ""},
       {"$W show $T $T $T $T $T $T $T $T | true; exit ${PIPESTATUS[0]}", 0, ""},
       {"$W", 64, ""},
-      {"$W shw $T", 64, "wirelines: 'shw' is not a subcommand; there are: show, list, dump, stats\n"},
+      {"$W shw $T", 64, "wirelines: 'shw' is not a subcommand; there are: show, list, dump, stats, names\n"},
       {"$W trace.pcap", 64,
-       "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump, stats. To see that trace: "},
+       "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump, stats, names. To see that trace: "},
       {"$W show --colour $T", 64, "wirelines: The following argument was not expected: --colour"},
       {"$W show -N 5-3 $T", 64, "wirelines: --frames: '5-3' ends before it begins"},
       {"$W show -N", 64, "wirelines: --frames"},
