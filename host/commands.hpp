@@ -14,7 +14,7 @@ using Run = std::function<int(Output&)>;
 
 using AddCommand = void(CLI::App& program, Run& run);
 
-AddCommand add_show, add_list, add_dump, add_stats, add_names;
-inline constexpr AddCommand* kCommands[] = {add_show, add_list, add_dump, add_stats, add_names};
+AddCommand add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify;
+inline constexpr AddCommand* kCommands[] = {add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify};
 
 }  // namespace wirelines::host

@@ -111,7 +111,7 @@ void Text::convert(Sink& out, std::string_view bytes) {
     } else if (byte < 0x80) {
       append_picture(out, byte);
     } else {
-      used = append_character(out, bytes);
+      used = append_one(out, bytes);
     }
     bytes.remove_prefix(used);
   }
@@ -120,7 +120,7 @@ void Text::convert(Sink& out, std::string_view bytes) {
 // One character that is not ASCII; returns the bytes it took. A lead byte whose pair is no character is bad alone: the
 // byte behind it is looked at again, so that a broken pair hides nothing.
 template <typename Sink>
-std::size_t Text::append_character(Sink& out, std::string_view bytes) {
+std::size_t Text::append_one(Sink& out, std::string_view bytes) {
   const std::size_t size = lead(static_cast<unsigned char>(bytes[0])) ? 2 : 1;
   if (size <= bytes.size()) {
     std::array<char, 2> in{bytes[0], size == 2 ? bytes[1] : '\0'};
@@ -139,6 +139,10 @@ std::size_t Text::append_character(Sink& out, std::string_view bytes) {
   }
   out.append(kNoCharacter);
   return 1;
+}
+
+std::size_t Text::append_character(Output& out, std::string_view bytes) {
+  return append_one(out, bytes);
 }
 
 std::string line_bytes(std::string_view utf8) {

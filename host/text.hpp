@@ -23,11 +23,14 @@ class Text {
   void append(Output& out, std::string_view bytes);
   void append(std::string& out, std::string_view bytes);
 
+  // Writes the one character that `bytes`, the first of them above 0x7F, begin with; returns how many it took.
+  std::size_t append_character(Output& out, std::string_view bytes);
+
  private:
   template <typename Sink>
   void convert(Sink& out, std::string_view bytes);
   template <typename Sink>
-  std::size_t append_character(Sink& out, std::string_view bytes);
+  std::size_t append_one(Sink& out, std::string_view bytes);
 
   iconv_t converter_;
 };

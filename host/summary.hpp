@@ -1,0 +1,87 @@
+// A frame as the classifier sees it, field by field: one table for JSON, for rows and for the schemas of both.
+#pragma once
+
+#include <wirelines.h>
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "lift.hpp"
+#include "output.hpp"
+#include "trace.hpp"
+
+namespace wirelines::host {
+
+// What CheckPacket wrote for a frame, and nothing that it did not.
+class Summary {
+ public:
+  // Fields that come and go together.
+  enum Part : unsigned {
+    kAlways = 0,
+    kFraming = 1U << 0,
+    kSaps = 1U << 1,
+    kEtherType = 1U << 2,
+    kNetwork = 1U << 3,
+    kProtocol = 1U << 4,
+    kIp = 1U << 5,
+    kIp6 = 1U << 6,
+    kPorts = 1U << 7,
+    kIpx = 1U << 8,
+    kType = 1U << 9,
+    kNetworkOffset = 1U << 10,
+    kTransportOffset = 1U << 11,
+    kErrors = 1U << 12,
+    kTime = 1U << 13,
+  };
+
+  // `lift` holds the frame; both must stay as long as this.
+  Summary(const Frame& its_frame, const Lift& lift);
+
+  [[nodiscard]] bool has(Part part) const { return (parts_ & part) == part; }
+
+  const Frame& frame;
+  PacketSummary record;
+
+ private:
+  [[nodiscard]] unsigned possible_parts() const;
+
+  unsigned parts_;
+};
+
+enum class FieldType { kUInt8, kUInt16, kUInt32, kUInt64, kDateTime, kName, kIpText, kIp6Text, kHex8, kHex12 };
+
+struct Field {
+  std::string_view name;
+  FieldType type;
+  Summary::Part part;
+  void (*put)(Output& out, const Summary& summary);  // without quotes; nothing in it needs an escape
+  std::string_view about;
+};
+
+[[nodiscard]] constexpr bool is_text(FieldType type) {
+  return type >= FieldType::kDateTime;
+}
+
+// "name":value, as JSON has it.
+void put_member(Output& out, const Field& field, const Summary& summary);
+
+// Number, offset, time and lengths of the frame.
+std::span<const Field> frame_fields();
+
+// The classifier's record, in its order; the reserved bytes are left out.
+std::span<const Field> summary_fields();
+
+// "2024-05-01" + `between` + "10:00:00" in UTC. Years past 9999 do not fit; see kLastSecond.
+void put_utc(Output& out, std::int64_t seconds, char between);
+inline constexpr std::int64_t kLastSecond = 253402300799;
+
+// A frame's time with a fraction below one second, as it stands in nearly every trace anyway.
+[[nodiscard]] constexpr std::int64_t whole_seconds(const Frame& frame) {
+  return frame.seconds + frame.nanoseconds / 1000000000;
+}
+[[nodiscard]] constexpr std::uint32_t fraction(const Frame& frame) {
+  return frame.nanoseconds % 1000000000;
+}
+
+}  // namespace wirelines::host

@@ -1,0 +1,287 @@
+// JSON and rows for programs: strings, the fields that a frame has, and the schemas against what is written.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "files.hpp"
+#include "host/json_text.hpp"
+#include "host/summary.hpp"
+
+namespace wirelines::host {
+namespace {
+
+using nlohmann::json;
+
+// What `command` prints, $W being the program.
+std::string printed(const std::string& command) {
+  setenv("W", PROGRAM, 1);
+  FILE* pipe = popen(command.c_str(), "r");
+  std::string text;
+  std::array<char, 4096> part;
+  for (std::size_t size = 0; (size = fread(part.data(), 1, part.size(), pipe)) > 0;) text.append(part.data(), size);
+  pclose(pipe);
+  return text;
+}
+
+std::vector<json> printed_objects(const std::string& command) {
+  std::istringstream text(printed(command));
+  std::vector<json> objects;
+  for (std::string line; std::getline(text, line);) objects.push_back(json::parse(line));
+  return objects;
+}
+
+// What is wrong with `value` by as much of JSON Schema (draft 7) as the schemas use; empty for nothing. A keyword that
+// is not known is wrong.
+std::string check(const json& schema, const json& value, const std::string& where) {
+  const std::set<std::string> silent = {"$schema", "title", "description", "format", "items", "additionalItems"};
+  const auto wrong = [&](const std::string& what) { return where + ": " + what + ": " + value.dump(); };
+  for (const auto& [keyword, wanted] : schema.items()) {
+    if (keyword == "type") {
+      const bool right = wanted == "integer" ? value.is_number_integer() : value.type_name() == wanted;
+      if (!right) return wrong("not of type " + wanted.dump());
+    } else if (keyword == "const") {
+      if (value != wanted) return wrong("is not " + wanted.dump());
+    } else if (keyword == "minimum" || keyword == "maximum") {
+      if (keyword == "minimum" ? value < wanted : value > wanted) return wrong(keyword);
+    } else if (keyword == "pattern") {
+      if (!std::regex_search(value.get<std::string>(), std::regex(wanted.get<std::string>()))) return wrong(keyword);
+    } else if (keyword == "required") {
+      for (const auto& key : wanted) {
+        if (!value.contains(key)) return wrong("without " + key.dump());
+      }
+    } else if (keyword == "properties") {
+      for (const auto& [key, part] : value.items()) {
+        if (!wanted.contains(key)) continue;
+        if (auto found = check(wanted[key], part, where + "/" + key); !found.empty()) return found;
+      }
+    } else if (keyword == "additionalProperties") {
+      for (const auto& [key, part] : value.items()) {
+        if (!wanted && !schema["properties"].contains(key)) return wrong("has " + key);
+      }
+    } else if (keyword == "minItems" || keyword == "maxItems" || keyword == "maxProperties") {
+      if (keyword == "minItems" ? value.size() < wanted : value.size() > wanted) return wrong(keyword);
+    } else if (keyword == "anyOf") {
+      if (std::none_of(wanted.begin(), wanted.end(), [&](const json& s) { return check(s, value, where).empty(); })) {
+        return wrong(keyword);
+      }
+    } else if (silent.count(keyword) == 0) {
+      return where + ": unknown keyword " + keyword;
+    }
+  }
+  if (!schema.contains("items")) return "";
+  const auto& items = schema["items"];
+  for (std::size_t i = 0; i < value.size(); i++) {
+    if (items.is_array() && i >= items.size()) return wrong("too many items");
+    if (auto found = check(items.is_array() ? items[i] : items, value[i], where + "/" + std::to_string(i));
+        !found.empty()) {
+      return found;
+    }
+  }
+  return "";
+}
+
+json schema_of_frames() {
+  std::ifstream file(SOURCE_DIR "/docs/json.schema.json");
+  return json::parse(file);
+}
+
+// The JSON string of `bytes`, through a pipe.
+std::string as_json(const std::string& bytes) {
+  std::array<int, 2> ends{};
+  EXPECT_EQ(pipe(ends.data()), 0);
+  {
+    Output out(ends[1]);
+    JsonText text;
+    text.append(out, bytes);
+    out.flush();
+  }
+  close(ends[1]);
+  std::string result(4096, '\0');
+  result.resize(static_cast<std::size_t>(read(ends[0], result.data(), result.size())));
+  close(ends[0]);
+  return result;
+}
+
+TEST(JsonText, strings) {
+  const struct {
+    std::string bytes, json;
+  } kCases[] = {
+      {"", R"("")"},
+      {"[Flags] 2", R"("[Flags] 2")"},
+      {"a \"b\" c:\\d", R"("a \"b\" c:\\d")"},
+      {"\x01\n\x1F\x7F", R"("\u0001\u000a\u001f\u007f")"},
+      {"\xB6\x93\xFA", "\"\uFF76\u65E5\""},
+      {"\x83\x5C\"", "\"\u30BD\\\"\""},  // its second byte is a backslash alone
+      {"\x81\"", "\"\uFFFD\\\"\""},      // a broken pair hides no quote
+      {"\xFF\x83", "\"\uFFFD\uFFFD\""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(as_json(c.bytes), c.json);
+}
+
+TEST(JsonText, every_pair_of_bytes_is_valid) {
+  for (int first = 0; first < 256; first++) {
+    for (int second = 0; second < 256; second++) {
+      const auto text = as_json({static_cast<char>(first), static_cast<char>(second)});
+      ASSERT_TRUE(json::accept(text)) << first << " " << second << " " << text;
+      ASSERT_TRUE(std::none_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < 0x20) || c == 0x7F; }));
+    }
+  }
+}
+
+std::string bytes(const std::string& hex) {
+  std::string result;
+  std::istringstream in(hex);
+  for (std::string word; in >> word;) {
+    for (std::size_t i = 0; i < word.size(); i += 2) {
+      result.push_back(static_cast<char>(std::stoi(word.substr(i, 2), nullptr, 16)));
+    }
+  }
+  return result;
+}
+
+// The `sum` of each frame: what it has, and nothing that it does not have.
+TEST(Json, sum) {
+  const std::string mac = "010203040506 0A0B0C0D0E0F ";
+  const std::string ip = mac + "0800 45000028 00000000 4006 0000 ";
+  const std::string fill_ip = "A5A5A5A5 A5A5A5A5 ";
+  const struct {
+    const char* what;
+    std::string frame, sum;
+  } kCases[] = {
+      {"too short for anything", mac + "0800 4500", "{}"},
+      {"an unknown type", mac + "88B5 000000", R"({"etherType":34997,"frameKind":4})"},
+      {"the fill as a type", mac + "A5A5 000000", R"({"etherType":42405,"frameKind":4})"},
+      {"LLC", mac + "0003 F0F003", R"({"dsap":240,"frameKind":2,"network":"netbios","networkCode":4102,"ssap":240})"},
+      {"SNAP without its type", mac + "0003 AAAA03 0000", R"({"dsap":170,"frameKind":3,"ssap":170})"},
+      {"IPv4 cut in its header", mac + "0800 4500001C 00",
+       R"({"etherType":2048,"frameKind":4,"network":"ip",)"
+       R"("networkCode":4097,"networkOffset":14})"},
+      {"TCP", ip + "0A000001 C0A80002 0050A5A5 00000000 00000000 5012 0000 0000 0000",
+       R"({"dstIp":"192.168.0.2","dstPort":42405,"etherType":2048,"frameKind":4,"ipProtocol":6,"network":"ip",)"
+       R"("networkCode":4097,"networkOffset":14,"srcIp":"10.0.0.1","srcPort":80,"transportOffset":34,"typeCode":18})"},
+      {"TCP full of the fill", ip + fill_ip + "A5A5A5A5 00000000 00000000 50A5 0000 0000 0000",
+       R"({"dstIp":"165.165.165.165","dstPort":42405,"etherType":2048,"frameKind":4,"ipProtocol":6,"network":"ip",)"
+       R"("networkCode":4097,"networkOffset":14,"srcIp":"165.165.165.165","srcPort":42405,"transportOffset":34,)"
+       R"("typeCode":165})"},
+      {"TCP cut before its end", ip + "0A000001 C0A80002 0050A5A5",
+       R"({"dstIp":"192.168.0.2","etherType":2048,"frameKind":4,"ipProtocol":6,"network":"ip","networkCode":4097,)"
+       R"("networkOffset":14,"srcIp":"10.0.0.1","transportOffset":34})"},
+      {"a fragment, and a wrong checksum not looked at", mac + "0800 45000028 00000005 4011 FFFF 0A000001 C0A80002",
+       R"({"dstIp":"192.168.0.2","dstPort":0,"etherType":2048,"frameKind":4,"ipProtocol":17,)"
+       R"("network":"ip-fragment","networkCode":4098,"networkOffset":14,"srcIp":"10.0.0.1","srcPort":0})"},
+      {"a wrong header checksum", mac + "0800 45000014 00000000 4002 FFFF 0A000001 C0A80002",
+       R"({"dstIp":"192.168.0.2","errorFlags":129,"etherType":2048,"frameKind":4,"ipProtocol":2,"network":"ip",)"
+       R"("networkCode":4097,"networkOffset":14,"srcIp":"10.0.0.1","transportOffset":34})"},
+      {"ARP", mac + "0806 0001 0800 06 04 0002 0A0B0C0D0E0F 0A000001 010203040506 0A000002",
+       R"({"dstIp":"10.0.0.2","etherType":2054,"frameKind":4,"network":"arp","networkCode":4099,)"
+       R"("srcIp":"10.0.0.1","typeCode":2})"},
+      {"IPv6", mac + "86DD 60000000 0000 3B 40 FE800000000000000202B3FFFE1E8329 00000000000000000000000000000001",
+       R"({"dstIp6":"::1","dstPort":0,"etherType":34525,"frameKind":4,"ipProtocol":59,"network":"ip6",)"
+       R"("networkCode":4106,"networkOffset":14,"srcIp6":"fe80::202:b3ff:fe1e:8329","srcPort":0,)"
+       R"("transportOffset":54})"},
+      {"IPv6 cut, inside IPv4", mac + "0800 45000018 00000000 4029 0000 0A000001 0A000002 60000000",
+       R"({"dstIp":"10.0.0.2","etherType":2048,"frameKind":4,"ipProtocol":41,"network":"ip6","networkCode":4106,)"
+       R"("networkOffset":34,"srcIp":"10.0.0.1","transportOffset":54})"},
+      {"IPX", mac + "8137 FFFF 001E 00 04 00000001 FFFFFFFFFFFF 0452 00000002 00001B123456 4003",
+       R"({"etherType":33079,"frameKind":4,"ipProtocol":4,"ipxDstNet":"00000001","ipxDstNode":"ffffffffffff",)"
+       R"("ipxDstSocket":1106,"ipxSrcNet":"00000002","ipxSrcNode":"00001b123456","ipxSrcSocket":16387,)"
+       R"("network":"ipx","networkCode":4101})"},
+      {"PPPoE discovery", mac + "8863 11 09 0000 0000",
+       R"({"etherType":34915,"frameKind":4,"network":"pppoe","networkCode":4609,"typeCode":9})"},
+      {"LCP in a session", mac + "8864 11 00 0001 0006 C021 01010004",
+       R"({"etherType":34916,"frameKind":4,"network":"lcp","networkCode":4610,"networkOffset":22})"},
+  };
+  const Folder folder;
+  for (const auto& c : kCases) {
+    const auto frame = bytes(c.frame);
+    const auto trace = folder.file("t.pcap", pcap_header() + pcap_record(frame, 1, 2, 60));
+    const auto objects = printed_objects("$W json --lines none " + trace);
+    ASSERT_EQ(objects.size(), 1U) << c.what;
+    EXPECT_EQ(objects[0]["sum"], json::parse(c.sum)) << c.what << "\n" << objects[0]["sum"];
+  }
+}
+
+TEST(Json, a_whole_frame) {
+  const Folder folder;
+  const auto trace = folder.file(
+      "t.pcap", pcap_header({false, true}) + pcap_record(ethernet_frame(17, '\"'), 951782400, 5, 1514, {false, true}));
+  EXPECT_EQ(printed("$W json --utc -n " + trace),
+            R"j({"v":1,"frame":1,"time":"2000-02-29T00:00:00.000000005Z","offset":24,"length":17,)j"
+            R"j("originalLength":1514,"top":0,"sum":{"frameKind":4,"etherType":34997},"lines":[)j"
+            R"j({"p":10,"l":0,"y":[2,9],"t":[["--- MAC [0A0B0C0D0E0F] --> [010203040506] )j"
+            R"j(---------------------------------",0,11]]},)j"
+            R"j({"p":73,"y":[2,9],"t":[["[Time] 02/29/2000 00:00:00.000000"],["[Length] 17 (0x0011) byte(s)"],)j"
+            R"j(["[Destination Address] 010203040506 ",0,5],["[Source Address] 0A0B0C0D0E0F ",6,11]]},{},)j"
+            R"j({"p":12,"l":0,"y":[4,9],"t":[["--- Data Link [Ethernet_II] )j"
+            R"j(-----------------------------------------------",12,13]]},)j"
+            R"j({"p":75,"y":[4,9],"t":[["[Frame Type] Ethernet_II",12,13],["[Protocol Type] 0x88B5 ",12,13]]},{},)j"
+            R"j({"p":0,"l":0,"y":[1,10],"t":[["---[Data] 3 (0x0003) byte(s) --------------------------------- )j"
+            R"j(ASCII ------",14,16]]},)j"
+            R"j({"p":63,"y":[1,10],"t":[["0000  22 22 22 20  0  0  0  0                            \"\"\"",14,16]]}]})j"
+            "\n");
+}
+
+// The columns of rows, in both forms, and what a time that does not fit becomes.
+TEST(Classify, rows) {
+  const Folder folder;
+  folder.file("a\tb\\.pcap", pcap_header() + pcap_record(ethernet_frame(17), 86400, 1500000, 60));
+  const auto path = folder.path("");
+  EXPECT_EQ(printed("cd '" + path + "'; $W classify a*.pcap").substr(0, 69),
+            "a\\tb\\\\.pcap\t1\t24\t1970-01-02 00:00:01\t500000000\t17\t60\t4\t\\N\t\\N\t34997\t\\N");
+  EXPECT_EQ(printed("cd '" + path + "'; $W classify -T jsonl a*.pcap"),
+            R"({"file":"a\tb\\.pcap","frame":1,"offset":24,"time":"1970-01-02 00:00:01","nanoseconds":500000000,)"
+            R"("length":17,"originalLength":60,"frameKind":4,"etherType":34997})"
+            "\n");
+  folder.file("late.pcap", pcapng_header() + pcapng_record(ethernet_frame(17), 300000000000000000, 17));
+  EXPECT_EQ(printed_objects("$W json " + folder.path("late.pcap"))[0].count("time"), 0U);
+  EXPECT_NE(printed("$W classify " + folder.path("late.pcap")).find("late.pcap\t1\t48\t\\N\t"), std::string::npos);
+}
+
+// A column of the table is a column of the rows.
+TEST(Classify, clickhouse) {
+  const auto table = printed("$W classify --schema clickhouse");
+  const std::regex column(
+      "\n    [a-zA-Z0-9]+ (Nullable\\()?(U?Int(8|16|32|64)|String|FixedString\\([0-9]+\\)|"
+      "DateTime\\('UTC'\\))\\)?,?(?=\n)");
+  const auto columns = std::distance(std::sregex_iterator(table.begin(), table.end(), column), {});
+  EXPECT_EQ(columns, std::count(table.begin(), table.end(), '\n') - 5) << table;
+  const auto row = printed("$W classify -c 1 " SOURCE_DIR "/examples/dns.pcap");
+  EXPECT_EQ(columns, std::count(row.begin(), row.end(), '\t') + 1);
+}
+
+// Real frames against both schemas; the lines against show's.
+TEST(Json, schemas) {
+  const auto frames = schema_of_frames();
+  const auto rows = json::parse(printed("$W classify --schema json"));
+  for (const auto& [key, wanted] : frames["properties"]["sum"]["properties"].items()) {
+    EXPECT_EQ(rows["properties"][key], wanted) << key;
+  }
+  EXPECT_EQ(frames["properties"]["sum"]["properties"].size(), summary_fields().size());
+  for (const char* bad : {R"({"v":1})", R"({"v":2,"frame":1,"offset":1,"length":1,"originalLength":1,"sum":{}})",
+                          R"({"v":1,"frame":1,"offset":1,"length":1,"originalLength":1,"sum":{"dstPort":65536}})",
+                          R"({"v":1,"frame":1,"offset":1,"length":1,"originalLength":1,"sum":{},"lines":[{"p":1}]})"}) {
+    EXPECT_NE(check(frames, json::parse(bad), ""), "") << bad;
+  }
+  for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR "/examples")) {
+    if (entry.path().extension() != ".pcap") continue;
+    const auto trace = entry.path().string();
+    std::size_t lines = 0;
+    for (const auto& object : printed_objects("$W json --no-lift " + trace)) {
+      ASSERT_EQ(check(frames, object, trace), "");
+      for (const auto& group : object["lines"]) lines += group.empty() ? 1 : group["t"].size();
+    }
+    EXPECT_EQ(std::to_string(lines) + "\n", printed("$W show --raw " + trace + " | grep -vc '^#'")) << trace;
+    for (const auto& object : printed_objects("$W classify -T jsonl " + trace)) {
+      ASSERT_EQ(check(rows, object, trace), "");
+    }
+  }
+}
+
+}  // namespace
+}  // namespace wirelines::host
