@@ -87,8 +87,8 @@ struct Tally::Packet {
       return {offset, has(offset) ? std::min(size, captured() - offset) : 0};
     };
     if (!is_ip6) {
-      const std::uint32_t total = be16(ip + 2);
-      return part(ip + ip_header, total > ip_header ? total - ip_header : 0);
+      const std::uint32_t datagram = be16(ip + 2);
+      return part(ip + ip_header, datagram > ip_header ? datagram - ip_header : 0);
     }
     auto message = part(ip6 + kIp6Header, be16(ip6 + 4));
     for (std::uint8_t next = byte(ip6 + 6); next == 0;) {  // hop-by-hop options
