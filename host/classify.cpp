@@ -125,7 +125,7 @@ void json_schema(Output& out) {
     out.append(field.name);
     out.append("\": {");
     out.append(json_type(field.type));
-    out.append(", \"description\": \"");
+    out.append(R"(, "description": ")");
     out.append(field.about);
     out.append("\"}");
   });

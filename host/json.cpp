@@ -41,7 +41,7 @@ void head(Output& out, const Frame& frame, std::string_view file_in_quotes) {
   }
   pair(out, "\"frame\"", frame.number);
   if (const auto seconds = whole_seconds(frame); seconds <= kLastSecond) {
-    out.append(",\"time\":\"");
+    out.append(R"(,"time":")");
     put_utc(out, seconds, 'T');
     out.append('.');
     const bool finer = frame.nanoseconds % 1000 != 0;

@@ -29,7 +29,7 @@ void make_line_bytes() {
   NickNameEach(
       [](NickNameKind kind, const char* key, const char* name, void* to) {
         auto bytes = line_bytes(name);
-        if (bytes != name) static_cast<decltype(changed)*>(to)->push_back({{kind, key}, std::move(bytes)});
+        if (bytes != name) static_cast<decltype(changed)*>(to)->emplace_back(NameKey{kind, key}, std::move(bytes));
         return 1;
       },
       &changed);

@@ -154,7 +154,7 @@ int which(const NamesOptions& options, Output& out) {
 }
 
 std::string own_file(const NamesOptions& options) {
-  const auto file = options.own_file.empty() ? user_names() : options.own_file;
+  auto file = options.own_file.empty() ? user_names() : options.own_file;
   if (file.empty()) throw Failure(EX_USAGE, "there is no home folder for a file of names; --file names another one");
   return file;
 }

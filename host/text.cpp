@@ -155,7 +155,7 @@ std::string line_bytes(std::string_view utf8) {
   std::size_t to_left = result.size();
   // iconv says the same of a character that the target lacks and of bytes that are none, so it is asked twice.
   const auto failed = static_cast<std::size_t>(-1);
-  const iconv_t checker = iconv_open("UTF-8", "UTF-8");
+  iconv_t checker = iconv_open("UTF-8", "UTF-8");
   const bool valid = iconv(checker, &from, &from_left, &to, &to_left) != failed;
   iconv_close(checker);
   if (!valid) return input;
@@ -164,7 +164,7 @@ std::string line_bytes(std::string_view utf8) {
   to = result.data();
   from_left = input.size();
   to_left = result.size();
-  const iconv_t converter = iconv_open("CP932", "UTF-8");
+  iconv_t converter = iconv_open("CP932", "UTF-8");
   while (from_left > 0 && iconv(converter, &from, &from_left, &to, &to_left) == failed && to_left > 0) {
     do {  // past the character that is lacking
       from++;
