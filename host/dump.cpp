@@ -23,7 +23,7 @@ int dump(const DumpOptions& options, Output& out) {
   const int exit_code = walk(options.input, out, [&](const Frame& frame) {
     lines.dump(frame, options.input.charset);
     printer.frame(frame, several);
-    lines.each([&printer](const DisplayLine& line) { printer.line(line); });
+    printer.lines(lines);
   });
   return finish(out, exit_code);
 }

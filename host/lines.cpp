@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "plain.hpp"
+
 namespace wirelines::host {
 
 namespace {
@@ -71,18 +73,25 @@ void LinePrinter::time(const Frame& frame) {
   }
 }
 
-void LinePrinter::line(const DisplayLine& line) {
-  if (!color_) {
-    // Nearly every line: indented, copied and ended in one piece.
-    char* to = out_.reserve(kIndentation + kLineRoom + 1);
-    std::memset(to, ' ', kIndentation);
-    if (line.level <= 2 && line.text[0] != 0) to += std::size_t{2} * line.level;
-    if (char* const end = copy_plain_line(to, line.text); end != nullptr) {
-      *end = '\n';
-      out_.commit(end + 1);
-      return;
-    }
-  }
+void LinePrinter::lines(const Lines& lines) {
+  lines.each([this](const DisplayLine& line) {
+    if (color_ || !plain_line(line)) careful_line(line);
+  });
+}
+
+// Nearly every line: indented, copied and ended in one piece. False, and nothing written, when it is no plain one.
+inline bool LinePrinter::plain_line(const DisplayLine& line) {
+  char* to = out_.reserve(kIndentation + kLineRoom + 1);
+  std::memset(to, ' ', kIndentation);
+  if (line.level <= 2 && line.text[0] != 0) to += std::size_t{2} * line.level;
+  char* const end = copy_plain_line(to, line.text);
+  if (end == nullptr) return false;
+  *end = '\n';
+  out_.commit(end + 1);
+  return true;
+}
+
+void LinePrinter::careful_line(const DisplayLine& line) {
   const std::string_view text = line.text;
   if (!text.empty()) {
     if (line.level <= 2) out_.blanks(std::size_t{2} * line.level);

@@ -4,6 +4,7 @@
 #include <wirelines.h>
 
 #include "clock.hpp"
+#include "decode.hpp"
 #include "output.hpp"
 #include "text.hpp"
 #include "trace.hpp"
@@ -19,10 +20,12 @@ class LinePrinter {
   // are several traces, their names stand before their frames.
   void frame(const Frame& frame, bool name_trace);
 
-  void line(const DisplayLine& line);
+  void lines(const Lines& lines);
 
  private:
   void time(const Frame& frame);
+  bool plain_line(const DisplayLine& line);
+  void careful_line(const DisplayLine& line);
   void colored_line(const DisplayLine& line, std::string_view text);
   void colored(std::string_view color, std::string_view text);
 

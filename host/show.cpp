@@ -31,7 +31,7 @@ int show(const ShowOptions& options, Output& out) {
       lines.each([&out](const DisplayLine& line) { raw_line(out, line); });
     } else {
       printer.frame(frame, several);
-      lines.each([&printer](const DisplayLine& line) { printer.line(line); });
+      printer.lines(lines);
     }
   });
   return finish(out, exit_code);

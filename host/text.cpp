@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
+
+#include "plain.hpp"
 
 namespace wirelines::host {
 
@@ -12,32 +13,8 @@ namespace {
 
 constexpr std::string_view kNoCharacter = "\xEF\xBF\xBD";  // U+FFFD
 
-constexpr bool plain(unsigned char byte) {
-  return byte >= 0x20 && byte < 0x7F;
-}
-
 constexpr bool lead(unsigned char byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
-constexpr std::size_t kWord = sizeof(std::uint64_t);
-
-std::uint64_t word_at(const char* bytes) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, kWord);
-  return word;
-}
-
-// The high bit of each byte that is not plain, and perhaps of bytes behind the first of them: the high bit is set when
-// a byte is above 0x7E or set already, and in the last term when it is below 0x20; a borrow into the next byte can only
-// come from a byte that is found anyway.
-constexpr std::uint64_t unplain_bytes(std::uint64_t word) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  return ((word + kOnes) | word | (word - 0x20 * kOnes)) & (0x80 * kOnes);
-}
-
-bool plain_word(const char* bytes) {
-  return unplain_bytes(word_at(bytes)) == 0;
 }
 
 template <typename Sink>
@@ -49,38 +26,10 @@ void append_picture(Sink& out, unsigned char control) {
 // What a conversion must not let through: C1 controls (U+0080 to U+009F) and anything below them.
 bool control(std::string_view utf8) {
   const auto first = static_cast<unsigned char>(utf8[0]);
-  return utf8.size() == 1 ? !plain(first) : first == 0xC2 && static_cast<unsigned char>(utf8[1]) < 0xA0;
+  return utf8.size() == 1 ? !is_plain(first) : first == 0xC2 && static_cast<unsigned char>(utf8[1]) < 0xA0;
 }
 
 }  // namespace
-
-// Eight bytes at a time, the last eight perhaps for the second time: nearly all lines are plain, and every line comes
-// this way.
-bool is_plain(std::string_view bytes) {
-  if (bytes.size() < kWord) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return plain(static_cast<unsigned char>(c)); });
-  }
-  const char* const last = bytes.data() + bytes.size() - kWord;
-  for (const char* p = bytes.data(); p < last; p += kWord) {
-    if (!plain_word(p)) return false;
-  }
-  return plain_word(last);
-}
-
-// A line has room for 129 bytes, so whole words up to its 128th can be read wherever it ends.
-char* copy_plain_line(char* to, const char* text) {
-  static_assert(std::endian::native == std::endian::little);
-  constexpr std::size_t kLongest = 128;
-  for (std::size_t i = 0; i < kLongest; i += kWord) {
-    const std::uint64_t word = word_at(text + i);
-    std::memcpy(to + i, &word, kWord);
-    const std::uint64_t found = unplain_bytes(word);
-    if (found == 0) continue;
-    const std::size_t first = i + static_cast<std::size_t>(std::countr_zero(found)) / 8;
-    return text[first] == 0 ? to + first : nullptr;
-  }
-  return to + kLongest;
-}
 
 // A system without this conversion gives a converter that refuses every character; it may be closed all the same.
 Text::Text() : converter_(iconv_open("UTF-8", "CP932")) {}
@@ -106,7 +55,7 @@ void Text::convert(Sink& out, std::string_view bytes) {
   while (!bytes.empty()) {
     const auto byte = static_cast<unsigned char>(bytes[0]);
     std::size_t used = 1;
-    if (plain(byte)) {
+    if (is_plain(byte)) {
       out.append(bytes.substr(0, 1));
     } else if (byte < 0x80) {
       append_picture(out, byte);

@@ -39,12 +39,4 @@ class Text {
 // taken for line bytes already.
 std::string line_bytes(std::string_view utf8);
 
-// Whether every byte is printable ASCII.
-bool is_plain(std::string_view bytes);
-
-// A line's text in one go, when it is plain: copies it to `to`, which has room for kLineRoom bytes, and returns the end
-// of the copy; null when a byte is not printable ASCII.
-constexpr std::size_t kLineRoom = 136;
-char* copy_plain_line(char* to, const char* text);
-
 }  // namespace wirelines::host

@@ -21,8 +21,6 @@ void free_lines(void* const* records, std::uint32_t count) {
 
 #else
 
-thread_local constinit Slab* current_slab = nullptr;
-
 namespace {
 
 void drop_slab(Slab* slab) {
@@ -31,10 +29,10 @@ void drop_slab(Slab* slab) {
 }
 
 // Gives up taking from the current slab; its last line frees it, or nobody's.
-void retire() {
-  Slab* const slab = current_slab;
+void retire(Slab*& current) {
+  Slab* const slab = current;
   if (slab == nullptr) return;
-  current_slab = nullptr;
+  current = nullptr;
   const std::uint32_t surplus = Slab::kOwned - slab->taken;
   if (slab->live.fetch_sub(surplus, std::memory_order_acq_rel) == surplus) drop_slab(slab);
 }
@@ -42,7 +40,7 @@ void retire() {
 // Gives up a thread's slab when the thread ends.
 struct RetireAtExit {
   bool armed = false;
-  ~RetireAtExit() { retire(); }
+  ~RetireAtExit() { retire(state().slab); }
 };
 thread_local RetireAtExit retire_at_exit;
 
@@ -50,20 +48,20 @@ void release(Slab* slab, std::uint32_t lines) {
   const std::uint32_t before = slab->live.fetch_sub(lines, std::memory_order_acq_rel);
   if (before == lines) {
     drop_slab(slab);
-  } else if (slab == current_slab && before - lines == Slab::kOwned - slab->taken) {
-    retire();  // its lines are all gone, and so nothing outlives them
+  } else if (slab == state().slab && before - lines == Slab::kOwned - slab->taken) {
+    retire(state().slab);  // its lines are all gone, and so nothing outlives them
   }
 }
 
 }  // namespace
 
-Slab* new_slab() {
-  retire();
+bool change_slab(Slab*& current) {
+  retire(current);
   void* const memory = std::malloc(sizeof(Slab));
-  if (memory == nullptr) return nullptr;
-  auto* const slab = new (memory) Slab;
+  if (memory == nullptr) return false;
+  current = new (memory) Slab;
   retire_at_exit.armed = true;
-  return current_slab = slab;
+  return true;
 }
 
 void free_text(char* text) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "core/lines.hpp"
 #include "wirelines.h"
 
 namespace wirelines {
@@ -13,11 +14,16 @@ namespace wirelines {
 // A line takes two blocks, its text of 129 bytes and its record. Here both come as one piece of a slab: a thread takes
 // lines from its current slab one after another, and a slab goes back to the heap when its last line has been freed,
 // on whichever thread. Built with WIRELINES_PLAIN_MALLOC, each block is malloc's, so that sanitizers see its bounds.
-// new_text and new_record give null when memory is exhausted.
+// new_text and new_record
+// give null when memory is exhausted; has_text tells whether the next text needs none.
 
 #ifdef WIRELINES_PLAIN_MALLOC
 
-inline char* new_text() {
+inline bool has_text(const Slab* /*current*/) {
+  return false;
+}
+
+inline char* new_text(Slab*& /*current*/) {
   return static_cast<char*>(std::malloc(129));
 }
 
@@ -28,8 +34,6 @@ inline DisplayLine* new_record(char* text) {
 }
 
 #else
-
-struct Slab;
 
 struct Piece {
   DisplayLine record;
@@ -48,15 +52,15 @@ struct Slab {
   Piece pieces[kPieces];
 };
 
-extern thread_local constinit Slab* current_slab;
-Slab* new_slab();  // makes it the current one; null when memory is exhausted
+bool change_slab(Slab*& current);  // for an empty one; false, and none, when memory is exhausted
 
-inline char* new_text() {
-  Slab* slab = current_slab;
-  if (slab == nullptr || slab->taken == Slab::kPieces) [[unlikely]] {
-    slab = new_slab();
-    if (slab == nullptr) return nullptr;
-  }
+inline bool has_text(const Slab* current) {
+  return current != nullptr && current->taken != Slab::kPieces;
+}
+
+inline char* new_text(Slab*& current) {
+  if (!has_text(current) && !change_slab(current)) return nullptr;
+  Slab* const slab = current;
   Piece& piece = slab->pieces[slab->taken++];
   piece.slab = slab;
   piece.record.text = piece.text;

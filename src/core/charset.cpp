@@ -37,6 +37,10 @@ constexpr auto kEbcdic = [] {
   return table;
 }();
 
+inline void keep_ascii(uint8_t* bytes, uint32_t n) {
+  for (uint32_t i = 0; i < n; ++i) bytes[i] = is_printable(bytes[i]) ? bytes[i] : uint8_t{'.'};
+}
+
 // Bytes that make no Shift-JIS character become full stops.
 void keep_sjis(uint8_t* bytes, uint32_t n) {
   const auto single = [](uint8_t b) { return is_printable(b) || (b >= 0xA1 && b <= 0xDF); };
@@ -76,8 +80,9 @@ std::string_view charset_label(uint32_t mode) {
 void render_charset(uint8_t* bytes, uint32_t n, uint32_t mode) {
   switch (mode) {
     case WIRELINES_ASCII:
-      for (uint32_t i = 0; i < n; ++i) bytes[i] = is_printable(bytes[i]) ? bytes[i] : uint8_t{'.'};
-      return;
+      // Whole lines are many, and of a length that the compiler knows they are done in a few wide steps.
+      if (n == 16) return keep_ascii(bytes, 16);
+      return keep_ascii(bytes, n);
     case WIRELINES_SJIS: break;
     case WIRELINES_JIS:
       for (uint32_t i = 0; i + 1 < n; i += 2) put_pair(bytes + i, from_jis(uint32_t{bytes[i]} << 8 | bytes[i + 1]));

@@ -67,6 +67,70 @@ uint32_t decimal_digits(uint32_t v) {
   return v < 1000000000 ? 9 : 10;
 }
 
+char* put_number(char* to, const Piece& piece, uint32_t v) {
+  if (piece.kind == Kind::kHex) return put_hex(to, v, piece.digits);
+  return piece.kind == Kind::kSigned ? put_signed(to, v, piece.digits) : put_decimal(to, v, piece.digits);
+}
+
+std::string_view up_to_zero(std::string_view text) {
+  if (text.empty()) return {};
+  const void* const zero = std::memchr(text.data(), 0, text.size());
+  return zero == nullptr ? text
+                         : text.substr(0, static_cast<std::size_t>(static_cast<const char*>(zero) - text.data()));
+}
+
+// Most numbers of a format and its literals leave room for what its texts need; then nothing has to be checked. A line
+// that may be too long goes through here.
+class CarefulWriter {
+ public:
+  explicit CarefulWriter(char* out) : out_(out) {}
+
+  void put(std::string_view text) {
+    const std::size_t n = std::min(text.size(), std::size_t{kMaxText + 1 - length_});
+    if (n != 0) std::memcpy(out_ + length_, text.data(), n);
+    length_ += static_cast<uint32_t>(n);
+  }
+
+  // One byte more than a line holds is kept till here: it tells whether the cut divides a double-byte character.
+  uint32_t finish() {
+    length_ = cut_length({out_, length_}, kMaxText);
+    out_[length_] = 0;
+    return length_;
+  }
+
+ private:
+  char* out_;
+  uint32_t length_ = 0;
+};
+
+uint32_t render_carefully(char* out, const FormatPieces& format, const Value* values, uint32_t step) {
+  CarefulWriter writer(out);
+  const char* text = format.text;
+  for (uint32_t i = 0; i < format.count; ++i, values += step) {
+    const Piece piece = format.pieces[i];
+    writer.put({text, piece.literal});
+    text += piece.literal + piece.skip;
+    if (piece.kind == Kind::kText) {
+      const auto shown = up_to_zero({values->text, values->length});
+      const bool parentheses = values->in_parens && !shown.empty();
+      if (parentheses) writer.put("(");
+      writer.put(shown);
+      if (parentheses) writer.put(")");
+    } else if (piece.kind == Kind::kReal) {
+      char digits[400];
+      const auto result = std::to_chars(digits, digits + sizeof digits, values->real, std::chars_format::fixed, 6);
+      writer.put({digits, result.ptr});
+    } else {
+      char digits[kMostDigits + 1];
+      writer.put({digits, put_number(digits, piece, static_cast<uint32_t>(values->number))});
+    }
+  }
+  writer.put({text, format.tail});
+  return writer.finish();
+}
+
+}  // namespace
+
 char* put_decimal(char* to, uint32_t v, uint32_t digits) {
   if (v < 100 && digits <= 1) {
     if (v < 10) {
@@ -109,74 +173,32 @@ char* put_hex(char* to, uint32_t v, uint32_t digits) {
   return end;
 }
 
-char* put_number(char* to, const Piece& piece, uint32_t v) {
-  if (piece.kind == Kind::kHex) return put_hex(to, v, piece.digits);
-  if (piece.kind == Kind::kSigned && static_cast<int32_t>(v) < 0) {
+char* put_signed(char* to, uint32_t v, uint32_t digits) {
+  if (static_cast<int32_t>(v) < 0) {
     *to++ = '-';
     v = 0U - v;
   }
-  return put_decimal(to, v, piece.digits);
+  return put_decimal(to, v, digits);
 }
 
-// The text of a value up to its first zero byte, without parentheses.
-std::string_view shown_text(const Value& value) {
-  if (value.length == 0) return {};
-  const void* const zero = std::memchr(value.text, 0, value.length);
-  return {value.text,
-          zero == nullptr ? value.length : static_cast<std::size_t>(static_cast<const char*>(zero) - value.text)};
+char* put_text(char* to, std::string_view text, uint32_t room) {
+  const auto shown = up_to_zero(text);
+  const auto n = static_cast<uint32_t>(shown.size());
+  if (n > room) return nullptr;
+  copy_short(to, shown.data(), n);
+  return to + n;
 }
 
-// Most numbers of a format and its literals leave room for what its texts need; then nothing has to be checked. A line
-// that may be too long goes through here.
-class CarefulWriter {
- public:
-  explicit CarefulWriter(char* out) : out_(out) {}
-
-  void put(std::string_view text) {
-    const std::size_t n = std::min(text.size(), std::size_t{kMaxText + 1 - length_});
-    if (n != 0) std::memcpy(out_ + length_, text.data(), n);
-    length_ += static_cast<uint32_t>(n);
-  }
-
-  // One byte more than a line holds is kept till here: it tells whether the cut divides a double-byte character.
-  uint32_t finish() {
-    length_ = cut_length({out_, length_}, kMaxText);
-    out_[length_] = 0;
-    return length_;
-  }
-
- private:
-  char* out_;
-  uint32_t length_ = 0;
-};
-
-uint32_t render_carefully(char* out, const FormatPieces& format, const Value* values, uint32_t step) {
-  CarefulWriter writer(out);
-  const char* text = format.text;
-  for (uint32_t i = 0; i < format.count; ++i, values += step) {
-    const Piece piece = format.pieces[i];
-    writer.put({text, piece.literal});
-    text += piece.literal + piece.skip;
-    if (piece.kind == Kind::kText) {
-      const std::string_view shown = shown_text(*values);
-      const bool parentheses = values->in_parens && !shown.empty();
-      if (parentheses) writer.put("(");
-      writer.put(shown);
-      if (parentheses) writer.put(")");
-    } else if (piece.kind == Kind::kReal) {
-      char digits[400];
-      const auto result = std::to_chars(digits, digits + sizeof digits, values->real, std::chars_format::fixed, 6);
-      writer.put({digits, result.ptr});
-    } else {
-      char digits[kMostDigits + 1];
-      writer.put({digits, put_number(digits, piece, static_cast<uint32_t>(values->number))});
-    }
-  }
-  writer.put({text, format.tail});
-  return writer.finish();
+char* put_parens(char* to, std::string_view text, uint32_t room) {
+  const auto shown = up_to_zero(text);
+  if (shown.empty()) return to;
+  const auto n = static_cast<uint32_t>(shown.size());
+  if (n + 2 > room) return nullptr;
+  *to = '(';
+  copy_short(to + 1, shown.data(), n);
+  to[n + 1] = ')';
+  return to + n + 2;
 }
-
-}  // namespace
 
 uint32_t render(char* out, const FormatPieces& format, const Value* values, uint32_t step) {
   if (format.longest > kMaxText) return render_carefully(out, format, values, step);
@@ -184,22 +206,18 @@ uint32_t render(char* out, const FormatPieces& format, const Value* values, uint
   const char* text = format.text;
   const Value* value = values;
   char* to = out;
-  for (const Piece *piece = format.pieces, *const end = piece + format.count; piece != end; ++piece, value += step) {
+  for (const Piece *piece = format.pieces, *const last = piece + format.count; piece != last; ++piece, value += step) {
     copy_short(to, text, piece->literal);
     to += piece->literal;
     text += piece->literal + piece->skip;
     if (piece->kind == Kind::kUnsigned) {
       to = put_decimal(to, static_cast<uint32_t>(value->number), piece->digits);
     } else if (piece->kind == Kind::kText) {
-      const std::string_view shown = shown_text(*value);
-      const auto n = static_cast<uint32_t>(shown.size());
-      if (n + 2 > room) return render_carefully(out, format, values, step);
-      room -= n + 2;
-      const bool parentheses = value->in_parens && n != 0;
-      if (parentheses) *to++ = '(';
-      copy_short(to, shown.data(), n);
-      to += n;
-      if (parentheses) *to++ = ')';
+      const std::string_view shown(value->text, value->length);
+      char* const end = value->in_parens ? put_parens(to, shown, room) : put_text(to, shown, room);
+      if (end == nullptr) return render_carefully(out, format, values, step);
+      room -= static_cast<uint32_t>(end - to);
+      to = end;
     } else {
       to = put_number(to, *piece, static_cast<uint32_t>(value->number));
     }

@@ -4,6 +4,7 @@
 // that begins with '%', such as "%0.2/", is not a conversion: it prints as it stands and takes no value.
 #pragma once
 
+#include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <type_traits>
 
 #include "core/bytes.hpp"
+#include "core/hexdigits.hpp"
 
 namespace wirelines {
 
@@ -183,11 +185,13 @@ struct Format {
 
 // A format that gives one number to each of its conversions.
 struct NumberFormat {
+  static constexpr uint32_t kMaxNumbers = 3;
+
   FormatPieces pieces;
 
   template <std::size_t N>
   consteval NumberFormat(const char (&format)[N]) : pieces(std::string_view(format, N - 1)) {
-    if (pieces.count == 0) format_detail::format_takes_more_or_fewer_values();
+    if (pieces.count == 0 || pieces.count > kMaxNumbers) format_detail::format_takes_more_or_fewer_values();
     for (uint32_t i = 0; i < pieces.count; ++i) {
       if (!format_detail::accepts<uint32_t>(pieces.pieces[i].kind)) {
         format_detail::format_and_value_are_of_different_kinds();
@@ -203,16 +207,146 @@ uint32_t render(char* out, const FormatPieces& format, const Value* values, uint
 // Where to cut `text` so that at most `room` bytes stay and no double-byte character of code page 932 is divided.
 uint32_t cut_length(std::string_view text, uint32_t room);
 
+// What a conversion writes; each returns its end.
+char* put_decimal(char* to, uint32_t v, uint32_t digits);
+char* put_signed(char* to, uint32_t v, uint32_t digits);
+char* put_hex(char* to, uint32_t v, uint32_t digits);
+
+// Texts up to their first zero byte; null, with nothing written, when that takes more than `room`.
+char* put_text(char* to, std::string_view text, uint32_t room);
+char* put_parens(char* to, std::string_view text, uint32_t room);
+
+// 0 to 255 in decimal. Writes four bytes, of which the last are behind its end.
+inline char* put_byte(char* to, uint8_t v) {
+  struct Digits {
+    char text[4];  // the digits, and how many
+  };
+  static constexpr auto kDigits = [] {
+    std::array<Digits, 256> all{};
+    for (uint32_t i = 0; i < 256; ++i) {
+      char* digit = all[i].text;
+      if (i >= 100) *digit++ = static_cast<char>('0' + i / 100);
+      if (i >= 10) *digit++ = static_cast<char>('0' + i / 10 % 10);
+      *digit++ = static_cast<char>('0' + i % 10);
+      all[i].text[3] = static_cast<char>(digit - all[i].text);
+    }
+    return all;
+  }();
+  std::memcpy(to, kDigits[v].text, 4);
+  return to + kDigits[v].text[3];
+}
+
+namespace format_detail {
+
+// Writes a format whose pieces the compiler knows: of each call below there remain a few stores of constant bytes, and
+// a call for the number or the text.
+class Writer {
+ public:
+  Writer(char* out, const FormatPieces& format) : to_(out), text_(format.text), room_(kMaxText - format.longest) {}
+
+  [[gnu::always_inline]] void literal(uint32_t size) {
+    std::memcpy(to_, text_, size);
+    to_ += size;
+    text_ += size;
+  }
+
+  // False when there is no room.
+  template <Number T>
+  [[gnu::always_inline]] bool conversion(const Piece& piece, const T& value) {
+    literal(piece.literal);
+    text_ += piece.skip;
+    const auto v = static_cast<uint32_t>(value);
+    if (piece.kind == Kind::kHex && piece.digits == 2 * sizeof(T) && sizeof(T) <= 2) {
+      for (uint32_t shift = 8 * sizeof(T); shift > 0; to_ += 2) {
+        shift -= 8;
+        std::memcpy(to_, kHexPairs[v >> shift & 255].data(), 2);
+      }
+    } else if (piece.kind == Kind::kHex) {
+      to_ = put_hex(to_, v, piece.digits);
+    } else if (std::same_as<T, uint8_t> && piece.digits <= 1) {
+      to_ = put_byte(to_, static_cast<uint8_t>(v));
+    } else if (piece.kind == Kind::kSigned) {
+      to_ = put_signed(to_, v, piece.digits);
+    } else {
+      to_ = put_decimal(to_, v, piece.digits);
+    }
+    return true;
+  }
+  template <TextLike T>
+  [[gnu::always_inline]] bool conversion(const Piece& piece, const T& value) {
+    literal(piece.literal);
+    text_ += piece.skip;
+    char* const end = put(value);
+    room_ -= static_cast<uint32_t>(end - to_);
+    to_ = end;
+    return end != nullptr;
+  }
+
+  static bool conversion(const Piece& /*piece*/, double /*value*/) { return false; }  // has no bound: for render()
+
+  [[gnu::always_inline]] char* finish(uint32_t tail) {
+    literal(tail);
+    *to_ = 0;
+    return to_;
+  }
+
+ private:
+  char* put(Parens value) const { return put_parens(to_, value.text, room_); }
+  char* put(Bytes value) const { return put_text(to_, value.text(), room_); }
+  char* put(std::string_view value) const { return put_text(to_, value, room_); }
+
+  char* to_;
+  const char* text_;
+  uint32_t room_;  // for texts
+};
+
+// Whether the format is a constant where this stands, and one that Writer can take.
+[[gnu::always_inline]] inline bool written_out(const FormatPieces& format) {
+  return __builtin_constant_p(format.longest) != 0 && format.longest <= kMaxText;
+}
+
+}  // namespace format_detail
+
+// render() for a format and values that stand where the call stands.
+template <typename... Args>
+[[gnu::always_inline]] inline uint32_t render_here(char* out, const FormatPieces& format, const Args&... args) {
+  if (format_detail::written_out(format)) {
+    format_detail::Writer writer(out, format);
+    std::size_t i = 0;
+    if ((true && ... && writer.conversion(format.pieces[i++], args))) [[likely]] {
+      return static_cast<uint32_t>(writer.finish(format.tail) - out);
+    }
+  }
+  const FormatPieces pieces = format;  // a copy, so that above the compiler need not think of it as changeable
+  const Value values[] = {Value(args)..., Value(0)};
+  return render(out, pieces, values, 1);
+}
+
+// The same for a number that every conversion shows.
+[[gnu::always_inline]] inline uint32_t render_number(char* out, const NumberFormat& format, uint32_t v) {
+  if (format_detail::written_out(format.pieces)) {
+    format_detail::Writer writer(out, format.pieces);
+    const auto conversion = [&](uint32_t i) __attribute__((always_inline)) {
+      if (i < format.pieces.count) writer.conversion(format.pieces.pieces[i], v);
+    };
+    conversion(0);
+    conversion(1);
+    conversion(2);
+    return static_cast<uint32_t>(writer.finish(format.pieces.tail) - out);
+  }
+  const FormatPieces pieces = format.pieces;
+  const Value value(v);
+  return render(out, pieces, &value, 0);
+}
+
 // Small texts that are not lines: what fits in a buffer of at least kMaxText + 1 bytes.
 struct TextBuffer {
   char bytes[kMaxText + 1];
-  uint32_t length = 0;
+  uint32_t length;
 
   template <typename... Args>
-  explicit TextBuffer(Format<std::type_identity_t<Args>...> format, const Args&... args) {
-    const Value values[] = {Value(args)..., Value(0)};
-    length = render(bytes, format.pieces, values, 1);
-  }
+  explicit TextBuffer(Format<std::type_identity_t<Args>...> format, const Args&... args)
+      : length(render_here(bytes, format.pieces, args...)) {}
   [[nodiscard]] std::string_view view() const { return {bytes, length}; }
   operator std::string_view() const { return view(); }
 };

@@ -17,22 +17,65 @@ constexpr uint32_t kTitleText = 70;  // of which a text can take this much
 
 thread_local constinit DecodeState decode_state;
 
-bool report_out_of_memory() {
+void report_out_of_memory() {
   decode_state.out_of_memory = true;
   ErrMessage(VEK4001_OUT_OF_MEMORY);
-  return false;
 }
 
-// Room for `size` elements at least.
-bool list_reserve(LineList& list, int32_t size) {
-  if (size <= list.capacity) return true;
-  const int64_t step = list.growBy > 0 ? list.growBy : std::max<int64_t>(64, list.count / 2);
+char* take_text(DecodeState& s) {
+  if (s.out_of_memory) [[unlikely]] {
+    return nullptr;
+  }
+  char* const text = new_text(s.slab);
+  if (text == nullptr) [[unlikely]] {
+    report_out_of_memory();
+    return nullptr;
+  }
+  ++s.lineCount;
+  return text;
+}
+
+bool list_grow(LineList& list, int32_t size) {
+  const int64_t step = list.growBy > 0 ? list.growBy : std::max<int64_t>(256, list.count / 2);
   const auto capacity = std::min<int64_t>(INT32_MAX, std::max<int64_t>(size, int64_t{list.capacity} + step));
   void* const data = std::realloc(list.data, static_cast<std::size_t>(capacity) * sizeof(void*));
   if (data == nullptr) return false;
   list.data = static_cast<void**>(data);
   list.capacity = static_cast<int32_t>(capacity);
   return true;
+}
+
+// Room for `size` elements at least.
+bool list_reserve(LineList& list, int32_t size) {
+  return size <= list.capacity || list_grow(list, size);
+}
+
+// Gives up a line that cannot be kept.
+DisplayLine* drop(DisplayLine* record, char* text) {
+  if (record != nullptr) {
+    void* const made = record;
+    free_lines(&made, 1);
+  } else {
+    free_text(text);
+  }
+  report_out_of_memory();
+  return nullptr;
+}
+
+// The record of a text, put into the list; null when that takes memory that is not there, and then the text is gone.
+DisplayLine* append_text(LineList& list, char* text) {
+  DisplayLine* const record = new_record(text);
+  if (record != nullptr && list_reserve(list, list.count + 1)) [[likely]] {
+    list.data[list.count++] = record;
+    return record;
+  }
+  return drop(record, text);
+}
+
+// A line for which the heap may have to be asked.
+[[gnu::noinline]] DisplayLine* new_line_with_memory(LineList& list) {
+  char* const text = take_text(decode_state);
+  return text == nullptr ? nullptr : append_text(list, text);
 }
 
 }  // namespace
@@ -42,69 +85,46 @@ DecodeState& state() {
 }
 
 char* take_line() {
-  DecodeState& s = decode_state;
-  if (s.out_of_memory) return nullptr;
-  char* const text = new_text();
-  if (text == nullptr) {
-    report_out_of_memory();
-    return nullptr;
-  }
-  ++s.lineCount;
-  return text;
+  return take_text(decode_state);
 }
 
 bool append_line(LineList& list, char* text, const LineAttributes& attributes) {
-  DisplayLine* const record = new_record(text);
-  if (record == nullptr || !list_reserve(list, list.count + 1)) {
-    if (record != nullptr) {
-      void* const made = record;
-      free_lines(&made, 1);
-    } else {
-      free_text(text);
-    }
-    return report_out_of_memory();
-  }
-  record->protocolCode = attributes.code;
-  record->level = attributes.level;
-  record->startOffset = attributes.start;
-  record->endOffset = attributes.end;
-  record->styleIndex = attributes.styleIndex;
-  record->styleGroup = attributes.styleGroup;
-  list.data[list.count++] = record;
+  DisplayLine* const line = append_text(list, text);
+  if (line == nullptr) return false;
+  set_attributes(*line, attributes);
   return true;
 }
 
-bool print_line(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values,
-                uint32_t step) {
-  char* const text = take_line();
-  if (text == nullptr) return false;
-  render(text, format, values, step);
-  return append_line(list, text, attributes);
-}
-
-bool print_title(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values) {
-  char text[kMaxText + 1];
-  const uint32_t length = render(text, format, values, 1);
-  return add_title(list, {text, length}, attributes);
+DisplayLine* new_line(LineList& list) {
+  DecodeState& s = decode_state;
+  if (s.out_of_memory || !has_text(s.slab) || list.count >= list.capacity) [[unlikely]] {
+    return new_line_with_memory(list);
+  }
+  DisplayLine* const record = new_record(new_text(s.slab));
+  list.data[list.count++] = record;
+  ++s.lineCount;
+  return record;
 }
 
 bool add_blank(LineList& list) {
-  char* const text = take_line();
-  if (text == nullptr) return false;
-  text[0] = 0;
-  return append_line(list, text, {WIRELINES_BLANK, WIRELINES_BLANK, 0, 0, 0, 0});
+  DisplayLine* const line = new_line(list);
+  if (line == nullptr) return false;
+  set_attributes(*line, {WIRELINES_BLANK, WIRELINES_BLANK, 0, 0, 0, 0});
+  line->text[0] = 0;
+  return true;
 }
 
 bool add_title(LineList& list, std::string_view text, const LineAttributes& attributes) {
-  char* const line = take_line();
+  DisplayLine* const line = new_line(list);
   if (line == nullptr) return false;
-  std::memset(line, '-', kRule);
-  line[kRule] = 0;
+  set_attributes(*line, attributes);
+  std::memset(line->text, '-', kRule);
+  line->text[kRule] = 0;
   const uint32_t length = cut_length(text, kTitleText);
-  line[3] = ' ';
-  std::memcpy(line + 4, text.data(), length);
-  line[4 + length] = ' ';
-  return append_line(list, line, attributes);
+  line->text[3] = ' ';
+  std::memcpy(line->text + 4, text.data(), length);
+  line->text[4 + length] = ' ';
+  return true;
 }
 
 bool list_set(LineList& list, int32_t index, void* element) {

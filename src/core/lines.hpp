@@ -9,6 +9,8 @@
 
 namespace wirelines {
 
+struct Slab;
+
 // What all decoders of one decode share. Each thread has its own.
 struct DecodeState {
   uint32_t charSetMode = 0;
@@ -17,6 +19,8 @@ struct DecodeState {
   uint32_t frameOffset = 0;    // frame offset of the layer now being decoded; every range is built on it
   uint32_t andxDepth = 0;      // command blocks of the current SMB message so far
   bool out_of_memory = false;  // a line could not be made: the decode is over
+
+  Slab* slab = nullptr;  // where this thread takes its lines from
 
   // The static texts of the interface, valid until the next call.
   char parenthesis[120] = {};
@@ -46,26 +50,41 @@ struct LineAttributes {
   uint32_t styleGroup = 0;
 };
 
-// Both return false when the line could not be made; ErrMessage has then been called and the decode is over: every
-// later call returns false at once.
-char* take_line();                                                               // null instead of false
+// Appends a line whose attributes and text are to be written. Null when it could not be made; ErrMessage has then been
+// called and the decode is over: every later call returns null at once.
+DisplayLine* new_line(LineList& list);
+
+[[gnu::always_inline]] inline void set_attributes(DisplayLine& line, const LineAttributes& attributes) {
+  line.protocolCode = attributes.code;
+  line.level = attributes.level;
+  line.startOffset = attributes.start;
+  line.endOffset = attributes.end;
+  line.styleIndex = attributes.styleIndex;
+  line.styleGroup = attributes.styleGroup;
+}
+
+// The same in the two steps of the exported interface.
+char* take_line();
 bool append_line(LineList& list, char* text, const LineAttributes& attributes);  // takes `text` over
 
-bool print_line(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values,
-                uint32_t step);
-bool print_title(LineList& list, const LineAttributes& attributes, const FormatPieces& format, const Value* values);
-
 template <typename... Args>
-bool add_line(LineList& list, const LineAttributes& attributes, Format<std::type_identity_t<Args>...> format,
-              const Args&... args) {
-  const Value values[] = {Value(args)..., Value(0)};
-  return print_line(list, attributes, format.pieces, values, 1);
+[[gnu::always_inline]] inline bool add_line(LineList& list, const LineAttributes& attributes,
+                                            Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  DisplayLine* const line = new_line(list);
+  if (line == nullptr) return false;
+  set_attributes(*line, attributes);
+  render_here(line->text, format.pieces, args...);
+  return true;
 }
 
 // A line whose every conversion shows `v`.
-inline bool add_number(LineList& list, const LineAttributes& attributes, NumberFormat format, uint32_t v) {
-  const Value value(v);
-  return print_line(list, attributes, format.pieces, &value, 0);
+[[gnu::always_inline]] inline bool add_number(LineList& list, const LineAttributes& attributes, NumberFormat format,
+                                              uint32_t v) {
+  DisplayLine* const line = new_line(list);
+  if (line == nullptr) return false;
+  set_attributes(*line, attributes);
+  render_number(line->text, format, v);
+  return true;
 }
 
 bool add_blank(LineList& list);

@@ -52,36 +52,37 @@ class Section {
   [[nodiscard]] const Layer& codes() const { return layer_; }
 
   template <typename... Args>
-  void title(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
-    const Value values[] = {Value(args)..., Value(0)};
-    print_title(*list_, attributes(layer_.title, 0, range), format.pieces, values);
+  [[gnu::always_inline]] void title(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
+    add_title(*list_, TextBuffer(format, args...), attributes(layer_.title, 0, range));
   }
 
   // A field: level 1.
   template <typename... Args>
-  void line(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void line(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
     add_line(*list_, field(range), format, args...);
   }
 
   // A field whose every conversion shows the same number.
-  void value(Range range, NumberFormat format, uint32_t v) { add_number(*list_, field(range), format, v); }
+  [[gnu::always_inline]] void value(Range range, NumberFormat format, uint32_t v) {
+    add_number(*list_, field(range), format, v);
+  }
 
   // A line below a field: level 2.
   template <typename... Args>
-  void detail(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void detail(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
     add_line(*list_, attributes(layer_.field, 2, range), format, args...);
   }
-  void detail_value(Range range, NumberFormat format, uint32_t v) {
+  [[gnu::always_inline]] void detail_value(Range range, NumberFormat format, uint32_t v) {
     add_number(*list_, attributes(layer_.field, 2, range), format, v);
   }
 
   // A sub-heading: the title code at level 1.
   template <typename... Args>
-  void heading(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void heading(Range range, Format<std::type_identity_t<Args>...> format, const Args&... args) {
     add_line(*list_, attributes(layer_.title, 1, range), format, args...);
   }
 
-  void heading_value(Range range, NumberFormat format, uint32_t v) {
+  [[gnu::always_inline]] void heading_value(Range range, NumberFormat format, uint32_t v) {
     add_number(*list_, attributes(layer_.title, 1, range), format, v);
   }
 

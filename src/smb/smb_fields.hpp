@@ -61,35 +61,35 @@ class Fields {
   [[nodiscard]] Range last() const { return last_; }
 
   // Taking a field and showing its number in every conversion.
-  uint8_t u8(NumberFormat format) { return shown(format, u8()); }
-  uint16_t le16(NumberFormat format) { return shown(format, le16()); }
-  uint32_t le32(NumberFormat format) { return shown(format, le32()); }
+  [[gnu::always_inline]] uint8_t u8(NumberFormat format) { return shown(format, u8()); }
+  [[gnu::always_inline]] uint16_t le16(NumberFormat format) { return shown(format, le16()); }
+  [[gnu::always_inline]] uint32_t le32(NumberFormat format) { return shown(format, le32()); }
 
   // Showing what was taken last.
   template <typename... Args>
-  void line(Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void line(Format<std::type_identity_t<Args>...> format, const Args&... args) {
     section_->line(last_, format, args...);
   }
   template <typename... Args>
-  void heading(Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void heading(Format<std::type_identity_t<Args>...> format, const Args&... args) {
     section_->heading(last_, format, args...);
   }
   template <typename... Args>
-  void detail(Format<std::type_identity_t<Args>...> format, const Args&... args) {
+  [[gnu::always_inline]] void detail(Format<std::type_identity_t<Args>...> format, const Args&... args) {
     section_->detail(last_, format, args...);
   }
 
   // Taking a field and showing it as a heading with its bits below.
   template <typename Row, std::size_t N>
-  uint8_t flags8(NumberFormat format, const Row (&rows)[N]) {
+  [[gnu::always_inline]] uint8_t flags8(NumberFormat format, const Row (&rows)[N]) {
     return flagged(format, rows, u8());
   }
   template <typename Row, std::size_t N>
-  uint16_t flags16(NumberFormat format, const Row (&rows)[N]) {
+  [[gnu::always_inline]] uint16_t flags16(NumberFormat format, const Row (&rows)[N]) {
     return flagged(format, rows, le16());
   }
   template <typename Row, std::size_t N>
-  uint32_t flags32(NumberFormat format, const Row (&rows)[N]) {
+  [[gnu::always_inline]] uint32_t flags32(NumberFormat format, const Row (&rows)[N]) {
     return flagged(format, rows, le32());
   }
 
@@ -123,12 +123,12 @@ class Fields {
     return last_.first;
   }
   template <typename T>
-  T shown(NumberFormat format, T v) {
+  [[gnu::always_inline]] T shown(NumberFormat format, T v) {
     section_->value(last_, format, v);
     return v;
   }
   template <typename T, typename Row, std::size_t N>
-  T flagged(NumberFormat format, const Row (&rows)[N], T v) {
+  [[gnu::always_inline]] T flagged(NumberFormat format, const Row (&rows)[N], T v) {
     section_->heading_value(last_, format, v);
     bit_lines(*section_, last_, std::span<const Row>(rows), v);
     return v;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "files.hpp"
+#include "host/plain.hpp"
 #include "written.hpp"
 
 namespace wirelines::host {
