@@ -297,6 +297,7 @@ class Trace(Iterator[Frame]):
 
 
 def open_trace(file: Union[str, "os.PathLike[str]", BinaryIO], *, charset: int = Charset.ASCII) -> Trace:
-    """Opens a trace for reading: the path of a file, or a binary file object such as sys.stdin.buffer. `charset` is that
-    of the data blocks in its frames' lines. TraceError tells of what is no trace, or of other frames than Ethernet."""
+    """Opens a trace for reading: the path of a file, or a binary file object such as sys.stdin.buffer. `charset` is
+    that of the data blocks in its frames' lines. TraceError tells of what is no trace, or of other frames than
+    Ethernet."""
     return Trace(file, charset)
