@@ -22,7 +22,7 @@ enum class LinesWanted { kAll, kFields, kNone };
 struct JsonOptions {
   InputOptions input;
   NameOptions names;
-  LinesWanted lines = LinesWanted::kAll;
+  LinesWanted lines = LinesWanted::kFields;
 };
 
 // "key":value, a comma before it.
@@ -65,96 +65,63 @@ void sum(Output& out, const Summary& summary) {
   out.append(before == '{' ? "{}" : "}");
 }
 
-// Lines that follow one another with the same protocol, level and style are one object; most are.
-class LineGroups {
+// The display lines, one object each. Protocol, level and style of most are those of the line before: left out then.
+class LineObjects {
  public:
-  explicit LineGroups(Output& out) : out_(out) {}
+  explicit LineObjects(Output& out) : out_(out) {}
 
   void begin() {
     out_.append(",\"lines\":[");
+    before_ = nullptr;
     first_ = true;
   }
 
+  // `line` must stay until the next one.
   void line(const DisplayLine& line) {
-    if (line.protocolCode == WIRELINES_BLANK) {
-      close();
-      next_group();
-      out_.append("{}");
-      return;
+    out_.append(first_ ? "{\"t\":" : ",{\"t\":");
+    first_ = false;
+    text_.append(out_, line.text);
+    if (line.protocolCode != WIRELINES_BLANK) {
+      attributes(line);
+      before_ = &line;
     }
-    if (!open_ || !same(line, last_)) {
-      close();
-      next_group();
-      open(line);
-    } else {
-      out_.append(',');
-    }
-    last_ = line;
-    row(line);
+    out_.append('}');
   }
 
-  void end() {
-    close();
-    out_.append(']');
-  }
+  void end() { out_.append(']'); }
 
  private:
-  static bool same(const DisplayLine& a, const DisplayLine& b) {
-    return a.protocolCode == b.protocolCode && a.level == b.level && a.styleIndex == b.styleIndex &&
-           a.styleGroup == b.styleGroup;
-  }
-
-  void next_group() {
-    if (!first_) out_.append(',');
-    first_ = false;
-  }
-
-  void open(const DisplayLine& line) {
-    out_.append("{\"p\":");
-    out_.number(line.protocolCode);
-    if (line.level != 1) pair(out_, "\"l\"", line.level);
-    out_.append(",\"y\":[");
-    out_.number(line.styleIndex);
-    out_.append(',');
-    out_.number(line.styleGroup);
-    out_.append("],\"t\":[");
-    open_ = true;
-  }
-
-  void row(const DisplayLine& line) {
-    out_.append('[');
-    text_.append(out_, line.text);
+  // A line without text always has its protocol: it is no blank line.
+  void attributes(const DisplayLine& line) {
+    const bool all = before_ == nullptr;
+    if (all || line.protocolCode != before_->protocolCode || *line.text == '\0') pair(out_, "\"p\"", line.protocolCode);
+    if (all || line.level != before_->level) pair(out_, "\"l\"", line.level);
     const auto start = line.startOffset;
     const auto end = line.endOffset;
-    const bool no_bytes = start == end && (start == 0 || start == kNoByte);
-    if (!no_bytes) {
-      out_.append(',');
-      out_.number(start);
-      if (end != start) {
-        out_.append(',');
-        out_.number(end);
-      }
+    if (start != end || (start != 0 && start != kNoByte)) {
+      pair(out_, "\"s\"", start);
+      if (end != start) pair(out_, "\"e\"", end);
     }
-    out_.append(']');
-  }
-
-  void close() {
-    if (open_) out_.append("]}");
-    open_ = false;
+    if (all || line.styleIndex != before_->styleIndex || line.styleGroup != before_->styleGroup) {
+      out_.append(",\"y\":[");
+      out_.number(line.styleIndex);
+      out_.append(',');
+      out_.number(line.styleGroup);
+      out_.append(']');
+    }
   }
 
   Output& out_;
   JsonText text_;
-  DisplayLine last_{};
+  const DisplayLine* before_ = nullptr;  // the line before that was not blank
   bool first_ = true;
-  bool open_ = false;
 };
 
 int json(const JsonOptions& options, Output& out) {
   load_names(options.names, options.input.traces());
   Lines lines(options.input.lift_tags);
   Lift lift(options.input.lift_tags);
-  LineGroups groups(out);
+  LineObjects objects(out);
   const bool several = options.input.traces().size() > 1;
   std::map<const std::string*, std::string> files;  // their names as they are written
 
@@ -166,13 +133,20 @@ int json(const JsonOptions& options, Output& out) {
     if (options.lines == LinesWanted::kNone) {
       sum(out, Summary(frame, lift));
     } else {
-      pair(out, "\"top\"", lines.decode(frame, options.input.charset));
+      const auto top_line = lines.decode(frame, options.input.charset);
+      const auto wanted = [&options](const DisplayLine& line) {
+        return options.lines == LinesWanted::kAll || line.protocolCode != kHexLineCode;
+      };
+      std::uint32_t at = 0;
+      std::uint32_t top = 0;  // among the lines that are written
+      lines.each([&](const DisplayLine& line) { top += at++ < top_line && wanted(line) ? 1U : 0U; });
+      pair(out, "\"top\"", top);
       sum(out, Summary(frame, lift));
-      groups.begin();
+      objects.begin();
       lines.each([&](const DisplayLine& line) {
-        if (options.lines == LinesWanted::kAll || line.protocolCode != kHexLineCode) groups.line(line);
+        if (wanted(line)) objects.line(line);
       });
-      groups.end();
+      objects.end();
     }
     out.append("}\n");
   });
@@ -198,12 +172,12 @@ void add_json(CLI::App& program, Run& run) {
   add_utc_option(*app);
   app->add_option_function<std::string>(
          "--lines", [options](const std::string& text) { options->lines = lines_wanted(text); },
-         "all, fields (no hex lines of data blocks) or none (no decoding)")
+         "fields (no hex lines of data blocks; the default), all or none")
       ->type_name("WHICH");
   app->footer(
       "Frame times are UTC; --utc is for the text of lines. docs/json.schema.json describes the form.\n"
       "Examples:\n"
-      "  wirelines json trace.pcap | jq -r '.lines[].t[]?[0]'\n"
+      "  wirelines json trace.pcap | jq -r '.lines[].t'\n"
       "  wirelines json --lines none trace.pcap | jq 'select(.sum.dstPort == 53) | .frame'");
   app->callback([&run, options] { run = [options](Output& out) { return json(*options, out); }; });
 }
