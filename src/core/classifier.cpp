@@ -7,6 +7,7 @@
 #include "core/checksum.hpp"
 #include "core/datalink.hpp"
 #include "core/protocol_names.hpp"
+#include "pppoe/ppp.hpp"
 
 namespace wirelines {
 
@@ -260,14 +261,14 @@ void CheckPppSession(Bytes header, PacketSummary& summary) {
   constexpr uint32_t kHeader = 8;  // PPPoE's and the protocol
   if (header.size() < static_cast<int32_t>(kHeader)) return;
   switch (header.be16(6)) {
-    case 0x0021:
+    case kPppIp:
       summary.networkCode = WIRELINES_NET_IP;
       CheckIp(header.from(kHeader), summary);
       break;
-    case 0xC021: summary.networkCode = WIRELINES_NET_LCP; break;
-    case 0xC223: summary.networkCode = WIRELINES_NET_CHAP; break;
-    case 0xC023: summary.networkCode = WIRELINES_NET_PAP; break;
-    case 0x8021: summary.networkCode = WIRELINES_NET_IPCP; break;
+    case kPppLcp: summary.networkCode = WIRELINES_NET_LCP; break;
+    case kPppChap: summary.networkCode = WIRELINES_NET_CHAP; break;
+    case kPppPap: summary.networkCode = WIRELINES_NET_PAP; break;
+    case kPppIpcp: summary.networkCode = WIRELINES_NET_IPCP; break;
     default: break;
   }
 }

@@ -5,7 +5,8 @@
 
 namespace wirelines {
 
-// Their numbers.
+// What PPP carries: their numbers, and IPv4's.
+constexpr uint16_t kPppIp = 0x0021;
 constexpr uint16_t kPppIpcp = 0x8021;
 constexpr uint16_t kPppLcp = 0xC021;
 constexpr uint16_t kPppPap = 0xC023;

@@ -33,8 +33,6 @@ constexpr auto kCodes = names(
     "Unknown");
 static_assert(kCodes.distinct());
 
-constexpr uint16_t kPppIp = 0x0021;
-
 constexpr auto kProtocols = names({
     {kPppIp, "IP"},
     {kPppIpcp, "IPCP"},
