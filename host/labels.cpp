@@ -115,7 +115,9 @@ std::vector<std::string> path(const ProtocolKey& key) {
     path.emplace_back("Control (S and U format)");
     return path;
   }
-  if (key.framing != kLlc && key.type == kPppSession) path.emplace_back("PPPoE session");
+  if (key.framing != kLlc && key.type == kPppSession) {
+    path.emplace_back(key.framing == kNoEthernet ? "PPP" : "PPPoE session");
+  }
   switch (key.network) {
     case WIRELINES_NET_IP:
     case WIRELINES_NET_IP6: add_ip(key, path); break;

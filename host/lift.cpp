@@ -21,6 +21,9 @@ constexpr std::uint16_t kIp = 0x0800;
 constexpr std::uint16_t kIp6 = 0x86DD;
 constexpr std::uint16_t kCustomerTag = 0x8100;
 constexpr std::uint16_t kServiceTag = 0x88A8;
+constexpr std::uint16_t kIpx = 0x8137;
+constexpr std::uint16_t kPppSession = 0x8864;
+constexpr std::uint16_t kLcp = 0xC021;          // of PPP
 constexpr std::uint16_t kLongestLength = 1500;  // above it, a length field is an EtherType
 constexpr std::uint16_t kNoType = 0xFFFF;       // reserved, and so no protocol's: its data are shown as they are
 
@@ -81,8 +84,43 @@ bool is_cooked(int link_type) {
   return link_type == DLT_LINUX_SLL || link_type == DLT_LINUX_SLL2;
 }
 
-std::uint32_t header_size(int link_type) {
+bool is_ppp(int link_type) {
+  return link_type == DLT_PPP || link_type == DLT_PPP_SERIAL || link_type == DLT_PPP_WITH_DIR;
+}
+
+// The header of PPP, with the direction that a capture may put before it. Address and control may be left out, and the
+// protocol be compressed to one byte (RFC 1661, 1662).
+struct PppHeader {
+  std::uint32_t protocol_at, size;
+  std::uint16_t protocol;
+  std::uint16_t type;  // of the Ethernet frame that carries such a packet: a PPPoE session, where there is no other
+};
+
+PppHeader ppp_header(const Frame& frame) {
+  const auto byte = [&frame](std::uint32_t at) { return at < frame.length ? frame.data[at] : std::uint8_t{0}; };
+  const auto pair = [&byte](std::uint32_t at) { return static_cast<std::uint16_t>(byte(at) << 8 | byte(at + 1)); };
+  if (frame.link_type == DLT_PPP_SERIAL && (byte(0) == 0x0F || byte(0) == 0x8F)) {  // Cisco's: an EtherType
+    return {2, 4, pair(2), pair(2) > kLongestLength ? pair(2) : kNoType};
+  }
+  std::uint32_t at = frame.link_type == DLT_PPP_WITH_DIR ? 1 : 0;
+  if (pair(at) == 0xFF03) at += 2;
+  const bool compressed = (byte(at) & 1) != 0;
+  const std::uint16_t protocol = compressed ? byte(at) : pair(at);
+  const auto type = [protocol] {
+    switch (protocol) {
+      case 0x0021: return kIp;
+      case 0x002B: return kIpx;
+      case 0x0057: return kIp6;
+      default: return kPppSession;
+    }
+  }();
+  return {at, at + (compressed ? 1 : 2), protocol, type};
+}
+
+std::uint32_t header_size(const Frame& frame) {
+  const auto link_type = frame.link_type;
   if (is_cooked(link_type)) return cooked_layout(link_type).size;
+  if (is_ppp(link_type)) return ppp_header(frame).size;
   return link_type == DLT_NULL || link_type == DLT_LOOP ? 4 : 0;
 }
 
@@ -92,6 +130,9 @@ const char* link_name(int link_type) {
     case DLT_LINUX_SLL2: return "Linux cooked v2";
     case DLT_NULL:
     case DLT_LOOP: return "BSD loopback";
+    case DLT_PPP:
+    case DLT_PPP_SERIAL:
+    case DLT_PPP_WITH_DIR: return "PPP";
     default: return "Raw IP";
   }
 }
@@ -108,6 +149,9 @@ std::uint16_t type_field(const Frame& frame) {
       return family_type(little != 0 ? little : be16(data + 2));
     }
     case DLT_LOOP: return family_type(be16(data + 2));
+    case DLT_PPP:
+    case DLT_PPP_SERIAL:
+    case DLT_PPP_WITH_DIR: return ppp_header(frame).type;
     case DLT_LINUX_SLL:
     case DLT_LINUX_SLL2: {
       const auto& layout = cooked_layout(frame.link_type);
@@ -140,7 +184,10 @@ bool can_lift(int link_type) {
     case DLT_IPV4:
     case DLT_IPV6:
     case DLT_NULL:
-    case DLT_LOOP: return true;
+    case DLT_LOOP:
+    case DLT_PPP:
+    case DLT_PPP_SERIAL:
+    case DLT_PPP_WITH_DIR: return true;
     default: return false;
   }
 }
@@ -157,10 +204,9 @@ void Lift::take(const Frame& frame) {
 
 // A frame that is too short for its own header keeps it, as data.
 void Lift::make_up_header() {
-  const auto header = header_size(frame_->link_type);
+  const auto header = header_size(*frame_);
   const bool whole = frame_->length >= header;
   const std::uint16_t type = whole ? type_field(*frame_) : kNoType;
-  seam_ = kEthernetHeader;
   rest_ = whole ? header : 0;
 
   bytes_.assign(kEthernetHeader, 0);
@@ -171,9 +217,37 @@ void Lift::make_up_header() {
   }
   bytes_[kAddresses] = static_cast<std::uint8_t>(type >> 8);
   bytes_[kAddresses + 1] = static_cast<std::uint8_t>(type);
+  if (in_session()) make_up_session();
+  seam_ = static_cast<std::uint32_t>(bytes_.size());
   bytes_.insert(bytes_.end(), frame_->data + rest_, frame_->data + frame_->length);
+  if (padding() > 0) bytes_.resize(bytes_.size() + padding());
   data_ = bytes_.data();
   length_ = static_cast<std::uint32_t>(bytes_.size());
+}
+
+// The protocol is the frame's own; one that is compressed is written out.
+void Lift::make_up_session() {
+  const auto ppp = ppp_header(*frame_);
+  const bool compressed = ppp.size - ppp.protocol_at == 1;
+  if (!compressed) rest_ = ppp.protocol_at;
+  const auto size = std::min<std::uint32_t>(frame_->length - ppp.protocol_at + (compressed ? 1 : 0), 0xFFFF);
+  bytes_.insert(bytes_.end(), {0x11, 0, 0, 0, static_cast<std::uint8_t>(size >> 8), static_cast<std::uint8_t>(size)});
+  if (compressed) bytes_.insert(bytes_.end(), {0, static_cast<std::uint8_t>(ppp.protocol)});
+}
+
+bool Lift::in_session() const {
+  if (!is_ppp(frame_->link_type)) return false;
+  const auto ppp = ppp_header(*frame_);
+  return ppp.size <= frame_->length && ppp.type == kPppSession;
+}
+
+// The library leaves out what is shorter than any LCP packet on an Ethernet, which pads its frames.
+std::uint32_t Lift::padding() const {
+  constexpr std::uint32_t kLeastLcp = 16;
+  if (!in_session() || frame_->length < frame_->original_length) return 0;
+  const auto ppp = ppp_header(*frame_);
+  const auto size = frame_->length - ppp.size;
+  return ppp.protocol == kLcp && size < kLeastLcp ? kLeastLcp - size : 0;
 }
 
 // A tag stays when the type that it precedes was not captured whole.
@@ -224,8 +298,15 @@ void Lift::add_lines(LineList& list) const {
     const auto type = frame_->link_type;
     const auto last = own_header() > 0 ? own_header() - 1 : kNoBytes;
     if (!add_line(list, last == kNoBytes ? kNoBytes : 0, last,
-                  "[Link] %s, shown with an Ethernet header made up by the host", link_name(type))) {
+                  padding() > 0  ? "[Link] %s, shown with Ethernet and PPPoE headers and padding made up by the host"
+                  : in_session() ? "[Link] %s, shown with Ethernet and PPPoE headers made up by the host"
+                                 : "[Link] %s, shown with an Ethernet header made up by the host",
+                  link_name(type))) {
       return;
+    }
+    if (last != kNoBytes && is_ppp(type) && !in_session()) {
+      const auto ppp = ppp_header(*frame_);
+      if (!add_line(list, ppp.protocol_at, last, "[Protocol] 0x%.4X", ppp.protocol)) return;
     }
     if (last != kNoBytes && is_cooked(type)) {
       const auto& layout = cooked_layout(type);
@@ -248,7 +329,7 @@ void Lift::add_lines(LineList& list) const {
 
 // The header of the frame's own link layer, when it is whole and not Ethernet's.
 std::uint32_t Lift::own_header() const {
-  const auto header = header_size(frame_->link_type);
+  const auto header = header_size(*frame_);
   return frame_->length >= header ? header : 0;
 }
 

@@ -40,6 +40,9 @@ class Lift {
   // Whether the Ethernet header is made up.
   [[nodiscard]] bool made_up() const { return frame_->link_type != DLT_EN10MB; }
 
+  // Whether the frame is one of PPP, and the PPPoE session around it made up too.
+  [[nodiscard]] bool in_session() const;
+
   // Corrects the lines of AnalyzeOutput: ranges and "[Length]" become those of the real frame, lines for what was
   // lifted follow those of the data link. Takes and returns the index of the top line.
   std::uint32_t correct(LineList& list, std::uint32_t top_line) const;
@@ -49,6 +52,8 @@ class Lift {
 
  private:
   void make_up_header();
+  void make_up_session();
+  [[nodiscard]] std::uint32_t padding() const;
   void take_tags();
   void add_lines(LineList& list) const;
   void correct_range(DisplayLine& line) const;

@@ -68,11 +68,11 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_
   if (const int type = pcap_datalink(pcap_.get()); !can_lift(type)) {
     const char* type_name = pcap_datalink_val_to_name(type);
     const char* description = pcap_datalink_val_to_description(type);
-    throw Failure(EX_DATAERR, shown_name() + ": link type " +
-                                  (type_name != nullptr ? type_name : std::to_string(type)) +
-                                  (description != nullptr ? " (" + std::string(description) + ")" : "") +
-                                  " cannot be decoded, only Ethernet, Linux cooked captures, raw IP and BSD loopback; "
-                                  "capture on an Ethernet interface");
+    throw Failure(EX_DATAERR,
+                  shown_name() + ": link type " + (type_name != nullptr ? type_name : std::to_string(type)) +
+                      (description != nullptr ? " (" + std::string(description) + ")" : "") +
+                      " cannot be decoded, only Ethernet, Linux cooked captures, raw IP, PPP and BSD loopback; "
+                      "capture on an Ethernet interface");
   }
 }
 

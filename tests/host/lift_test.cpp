@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 #include "files.hpp"
 #include "hex.hpp"
@@ -65,6 +67,17 @@ std::string data_block(const std::string& range, const std::string& size, const 
 }
 
 const std::string kNone = "4294967295-4294967295";
+// The PPPoE header made up around a PPP packet; the title's range, the protocol's.
+std::string made_up_session(const std::string& title, const std::string& protocol_range, const std::string& size,
+                            const std::string& protocol, const std::string& top = ">") {
+  const std::string none = "77 1 4294967295-4294967295 6,9 |";
+  return "65535 65535 0-0 0,0 ||\n" + top + "14 0 " + title +
+         " 6,9 |--- PPP Session Header ----------------------------------------------------|\n" + none + "[Ver] 1|\n" +
+         none + "[Type] 1|\n" + none + "[Code] 0x00 (Session Stage)|\n" + none + "[Session ID] 0x0000|\n" + none +
+         "[Length] " + size + " byte(s)|\n77 1 " + protocol_range + " 6,9 |[PPP Protocol] " + protocol + "|\n";
+}
+
+const std::string kSessionMadeUpHere = ", shown with Ethernet and PPPoE headers made up by the host|\n";
 const std::string kMadeUpHere = ", shown with an Ethernet header made up by the host|\n";
 
 TEST(Lift, lines) {
@@ -151,6 +164,28 @@ TEST(Lift, lines) {
       {"nothing at all", DLT_RAW, "",
        made_up("0 (0x0000)") + made_up_ethernet_ii(kNone, "0xFFFF ") + "75 1 " + kNone + " 4,9 |[Link] Raw IP" +
            kMadeUpHere},
+      {"PPP, a protocol that only a session has", DLT_PPP, "FF03 80FD 4142",
+       made_up("6 (0x0006)").substr(1) + made_up_ethernet_ii(kNone, "0x8864 (PPPoE Session)") +
+           "75 1 0-3 4,9 |[Link] PPP" + kSessionMadeUpHere + made_up_session("2-3", "2-3", "4(0x0004)", "0x80FD ") +
+           data_block("4-5", "2 (0x0002)", two_bytes)},
+      {"LCP, shorter than the library shows", DLT_PPP, "FF03 C021 0907 0008 01020304",
+       made_up("12 (0x000C)").substr(1) + made_up_ethernet_ii(kNone, "0x8864 (PPPoE Session)") +
+           "75 1 0-3 4,9 |[Link] PPP, shown with Ethernet and PPPoE headers and padding made up by the host|\n" +
+           made_up_session("2-3", "2-3", "10(0x000A)", "0xC021 (LCP)", "") +
+           "65535 65535 0-0 0,0 ||\n>13 0 4-17 5,9 |--- LCP Header (Echo Request) "
+           "---------------------------------------------|\n"
+           "76 1 4-4 5,9 |[Code] 9 (Echo Request)|\n76 1 5-5 5,9 |[Identifier] 0x07|\n"
+           "76 1 6-7 5,9 |[Length] 8 (0x0008) byte(s)|\n76 1 8-11 5,9 |[Magic Number] 01,02,03,04|\n"},
+      {"PPP, all of the header compressed", DLT_PPP, "C1 4142",
+       made_up("3 (0x0003)").substr(1) + made_up_ethernet_ii(kNone, "0x8864 (PPPoE Session)") +
+           "75 1 0-0 4,9 |[Link] PPP" + kSessionMadeUpHere + made_up_session(kNone, kNone, "4(0x0004)", "0x00C1 ") +
+           data_block("1-2", "2 (0x0002)", two_bytes)},
+      {"half a PPP header", DLT_PPP_SERIAL, "FF03 C0",
+       made_up("3 (0x0003)") + made_up_ethernet_ii(kNone, "0xFFFF ") + "75 1 " + kNone + " 4,9 |[Link] PPP" +
+           kMadeUpHere + data_block("0-2", "3 (0x0003)", "FF 03 C0 20  0  0  0  0                            ...")},
+      {"Cisco's PPP", DLT_PPP_SERIAL, "8F00 2000 4142",
+       made_up("6 (0x0006)") + made_up_ethernet_ii(kNone, "0x2000 ") + "75 1 0-3 4,9 |[Link] PPP" + kMadeUpHere +
+           "75 1 2-3 4,9 |[Protocol] 0x2000|\n" + data_block("4-5", "2 (0x0002)", two_bytes)},
       {"loopback, an unknown family", DLT_LOOP, "00000063 4142",
        made_up("6 (0x0006)") + made_up_ethernet_ii(kNone, "0xFFFF ") + "75 1 0-3 4,9 |[Link] BSD loopback" +
            kMadeUpHere + data_block("4-5", "2 (0x0002)", two_bytes)},
@@ -177,6 +212,13 @@ TEST(Lift, network_layers) {
       {"big-endian loopback, IPv6", DLT_NULL, "0000001C" + kIp6, ">45 0 4-43 1,3 |--- IPv6 Header ["},
       {"loopback in network order", DLT_LOOP, "00000018" + kIp6, ">45 0 4-43 1,3 |--- IPv6 Header ["},
       {"Linux cooked", DLT_LINUX_SLL, "0000 0001 0006 0A0B0C0D0E0F 0000 0800" + kIp, ">47 0 16-35 4,3 |--- IP "},
+      {"PPP, IPv4", DLT_PPP, "FF03 0021" + kIp, ">47 0 4-23 4,3 |--- IP "},
+      {"PPP, the header compressed", DLT_PPP, "21" + kIp, ">47 0 1-20 4,3 |--- IP "},
+      {"PPP, IPv6", DLT_PPP_SERIAL, "0057" + kIp6, ">45 0 2-41 1,3 |--- IPv6 Header ["},
+      {"PPP with the direction, LCP", DLT_PPP_WITH_DIR, "00 FF03 C021 09010008 01020304",
+       ">13 0 5-18 5,9 |--- LCP Header (Echo Request)"},
+      {"PPP, IPX", DLT_PPP, "002B FFFF 001E 00 04 00000000 FFFFFFFFFFFF 0452 00000000 020304050607 4000",
+       ">36 0 2-31 1,4 |--- IPX Header ["},
   };
   for (const auto& c : kCases) {
     const auto found = lines_of(bytes_of(c.frame), c.link_type);
@@ -261,11 +303,43 @@ TEST(Lift, tagged_frames_as_untagged_ones) {
   EXPECT_GT(frames, 10);
 }
 
+// Real frames of PPPoE sessions as a serial line would have them: behind the PPP protocol the same lines.
+TEST(Lift, ppp_frames_as_those_of_sessions) {
+  const std::string name = SOURCE_DIR "/examples/pppoe.pcap";
+  Trace trace(name, {});
+  constexpr std::uint32_t kBefore = 20;  // Ethernet and PPPoE
+  std::map<int, int> protocols;
+  for (Frame frame{}; trace.next(frame);) {
+    const int protocol = frame.data[20] << 8 | frame.data[21];
+    if (frame.data[12] != 0x88 || frame.data[13] != 0x64 || protocol == 0x57)
+      continue;  // IPv6 is not shown in a session
+    std::vector<std::uint8_t> bytes = {0xFF, 0x03};
+    bytes.insert(bytes.end(), frame.data + kBefore, frame.data + frame.length);
+    std::uint32_t top = 0;
+    auto wanted = decoded(frame, top);
+    const auto behind = std::find_if(wanted.begin(), wanted.end(),
+                                     [](const Line& line) { return line.text.starts_with("[PPP Protocol]"); });
+    wanted.erase(wanted.begin(), behind + 1);
+    for (auto& line : wanted) {
+      if (line.first == line.last && line.first == 0) continue;
+      line.first -= kBefore - 2;
+      line.last -= kBefore - 2;
+    }
+    auto found = decoded(frame_of(bytes, DLT_PPP), top);
+    ASSERT_GE(found.size(), wanted.size());
+    found.erase(found.begin(), found.end() - static_cast<std::ptrdiff_t>(wanted.size()));
+    EXPECT_EQ(found, wanted) << frame.number;
+    protocols[protocol]++;
+  }
+  EXPECT_GE(protocols.size(), 5U);
+}
+
 // Every link type and every length: the frame in a heap copy of exactly its size, no byte beyond it described by the
 // data link and no line lost.
 TEST(Lift, any_length) {
   const auto tagged = bytes_of("8100 0001 88A8 0002 8100 0003 0800 " + kIp);
-  for (const int type : {DLT_EN10MB, DLT_LINUX_SLL, DLT_LINUX_SLL2, DLT_RAW, DLT_IPV4, DLT_IPV6, DLT_NULL, DLT_LOOP}) {
+  for (const int type : {DLT_EN10MB, DLT_LINUX_SLL, DLT_LINUX_SLL2, DLT_RAW, DLT_IPV4, DLT_IPV6, DLT_NULL, DLT_LOOP,
+                         DLT_PPP, DLT_PPP_SERIAL, DLT_PPP_WITH_DIR}) {
     for (std::size_t length = 0; length <= tagged.size(); length++) {
       for (const std::size_t before : {0U, 12U, 14U}) {
         std::vector<std::uint8_t> bytes(before, 0x81);

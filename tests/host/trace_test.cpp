@@ -171,7 +171,7 @@ TEST(Trace, tells_what_is_wrong) {
       {"zstd cut", cut(zstd(pcap_trace()), 3), 0, "F: the compressed data end too early"},
       {"zstd magic only", "\x28\xB5\x2F\xFD", 0, "F: the compressed data end too early"},
       {"zstd damaged", "\x28\xB5\x2F\xFD" + std::string(40, '\xFF'), 0, "F: the zstd data are damaged: ..."},
-      {"PPP", pcap_header({}, 9), 0, "F: link type PPP (PPP) cannot be decoded, only Ethernet, Linux cooked ..."},
+      {"FDDI", pcap_header({}, 10), 0, "F: link type FDDI (FDDI) cannot be decoded, only Ethernet, Linux cooked ..."},
       {"wireless, in pcapng", pcapng_header(105), 0, "F: link type IEEE802_11 (802.11) cannot be decoded, ..."},
       {"a link type without a name", pcap_header({}, 9999), 0, "F: link type 9999 cannot be decoded, ..."},
       {"interfaces of two link types",
