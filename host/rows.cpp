@@ -7,6 +7,8 @@
 #include <charconv>
 #include <cstddef>
 
+#include "packet.hpp"
+
 namespace wirelines::host {
 
 namespace {
@@ -32,10 +34,6 @@ constexpr std::uint8_t kUdp = 17;
 constexpr std::uint8_t kIcmpV6 = 58;
 
 constexpr std::uint16_t kPppoeSession = 0x8864;
-constexpr std::uint32_t kMacHeader = 14;
-constexpr std::uint32_t kSnapHeader = 22;
-constexpr std::uint32_t kIpHeader = 20;
-constexpr std::uint32_t kIp6Header = 40;
 
 // The bits of errorFlags.
 constexpr int kAnyError = 0x80;
@@ -43,9 +41,6 @@ constexpr int kIpError = WIRELINES_BAD_IP & ~kAnyError;
 constexpr int kIcmpError = WIRELINES_BAD_ICMP & ~kAnyError;
 constexpr int kTcpError = WIRELINES_BAD_TCP & ~kAnyError;
 constexpr int kUdpError = WIRELINES_BAD_UDP & ~kAnyError;
-
-// No ICMP type and no TCP flags: put where the classifier writes them, it stays when the frame has none.
-constexpr std::uint8_t kNoType = 0xFF;
 
 constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up gives
 
@@ -193,55 +188,15 @@ const char* pppoe_code_name(std::uint8_t code) {
   }
 }
 
+// What counts of what the classifier found wrong: a checksum over bytes that were not captured says nothing; that of a
+// whole IPv4 header does.
+int errors_of(const Packet& packet) {
+  const int errors = packet.summary.errorFlags & ~kAnyError;
+  if (!packet.cut()) return errors;
+  return packet.whole_ip_options() ? errors & kIpError : 0;
+}
+
 }  // namespace
-
-// A frame, what the classifier says of it, and what of that counts.
-struct RowPrinter::Packet {
-  Packet(const Frame& its_frame, const Lift& its_lift) : frame(its_frame), lift(its_lift) {
-    summary.typeCode = kNoType;
-    CheckPacket(lift.data(), lift.length(), &summary);
-    errors = summary.errorFlags & ~kAnyError;
-    // A checksum over bytes that were not captured says nothing; that of a whole IPv4 header does.
-    if (cut()) errors &= whole_ip_header() ? kIpError : 0;
-  }
-
-  [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
-
-  // Bytes are those of the lifted frame, as the classifier's offsets are.
-  [[nodiscard]] bool has(std::uint32_t bytes) const { return static_cast<std::uint32_t>(lift.length()) >= bytes; }
-
-  // A byte that was not captured reads as zero.
-  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? lift.data()[offset] : 0; }
-  [[nodiscard]] std::uint16_t be16(std::uint32_t offset) const {
-    return static_cast<std::uint16_t>(byte(offset) << 8 | byte(offset + 1));
-  }
-
-  // Where what the link layer carries begins, for Ethernet II and SNAP.
-  [[nodiscard]] std::uint32_t payload() const { return summary.frameKind == WIRELINES_SNAP ? kSnapHeader : kMacHeader; }
-
-  // The classifier's offsets are three bytes short in a PPPoE session over SNAP.
-  [[nodiscard]] std::uint32_t network_offset() const {
-    const bool short_offset = summary.frameKind == WIRELINES_SNAP && summary.etherType == kPppoeSession;
-    return summary.networkOffset + (short_offset ? 3U : 0U);
-  }
-
-  [[nodiscard]] bool is_ip() const {
-    return summary.networkCode == WIRELINES_NET_IP || summary.networkCode == WIRELINES_NET_IP_FRAGMENT;
-  }
-  [[nodiscard]] bool is_ip6() const { return summary.networkCode == WIRELINES_NET_IP6; }
-  [[nodiscard]] bool in_ip() const { return is_ip6() && summary.etherType != 0x86DD; }
-
-  // Whether there are addresses of the network layer.
-  [[nodiscard]] bool has_network_header() const { return has(network_offset() + (is_ip6() ? kIp6Header : kIpHeader)); }
-  [[nodiscard]] bool whole_ip_header() const {
-    return has(in_ip() ? network_offset() : network_offset() + (byte(network_offset()) & 0x0FU) * 4);
-  }
-
-  const Frame& frame;
-  const Lift& lift;
-  PacketSummary summary{};
-  int errors = 0;
-};
 
 void RowPrinter::row(const Frame& frame) {
   lift_.take(frame);
@@ -274,10 +229,10 @@ void RowPrinter::addresses(const Packet& packet) {
   const auto& s = packet.summary;
   if (s.networkCode == WIRELINES_NET_IPX) {
     address_columns(ipx(s.ipxSrcNet, s.ipxSrcNode).view(), ipx(s.ipxDstNet, s.ipxDstNode).view());
-  } else if (packet.is_ip() && packet.has_network_header()) {
-    address_columns(ip(s.srcIp).view(), ip(s.dstIp).view());
-  } else if (packet.is_ip6() && packet.has_network_header()) {
+  } else if (packet.whole_ip6()) {
     address_columns(ip6(s.srcIp6).view(), ip6(s.dstIp6).view());
+  } else if (packet.whole_ip()) {
+    address_columns(ip(s.srcIp).view(), ip(s.dstIp).view());
   } else {
     // A header made up has no destination, and a source only where its frame told one.
     const auto* const data = packet.lift.data();
@@ -298,7 +253,7 @@ void RowPrinter::address_columns(std::string_view source, std::string_view desti
 
 void RowPrinter::protocol_and_length(const Packet& packet) {
   const auto [name, family_color] = protocol_of(packet.summary);
-  const auto color = packet.errors != 0 ? kBadColor : family_color;
+  const auto color = errors_of(packet) != 0 ? kBadColor : family_color;
   if (color_) out_.append(color);
   out_.append(name);
   if (color_ && !color.empty()) out_.append(kPlain);
@@ -341,8 +296,9 @@ void RowPrinter::verdicts(const Packet& packet) {
       {kTcpError, "TCP checksum wrong"},
       {kUdpError, "UDP checksum wrong"},
   };
+  const int errors = errors_of(packet);
   for (const auto& verdict : kVerdicts) {
-    if ((packet.errors & verdict.error) == 0) continue;
+    if ((errors & verdict.error) == 0) continue;
     out_.append(", ");
     if (color_) out_.append(kBadColor);
     out_.append(verdict.text);
@@ -353,15 +309,15 @@ void RowPrinter::verdicts(const Packet& packet) {
 
 void RowPrinter::ip_note(const Packet& packet) {
   const auto& s = packet.summary;
-  if (!packet.has_network_header()) {
+  if (packet.incomplete()) {
     out_.append("header incomplete");
     return;
   }
   const bool ports = s.ipProtocol == kTcp || s.ipProtocol == kUdp;
   const bool icmp = s.ipProtocol == kIcmp || s.ipProtocol == kIcmpV6;
-  const bool fragment = packet.is_ip() && (packet.be16(packet.network_offset() + 6) & 0x3FFF) != 0;
+  const bool fragment = packet.fragment && !packet.is_ip6;
   if (!ports && !icmp) {
-    out_.append(packet.is_ip6() ? "next header " : "protocol ");
+    out_.append(packet.is_ip6 ? "next header " : "protocol ");
     out_.number(s.ipProtocol);
     name(IpProtocolToName(s.ipProtocol));
     if (fragment) out_.append(", ");
@@ -373,23 +329,22 @@ void RowPrinter::ip_note(const Packet& packet) {
   } else if (icmp) {
     icmp_note(s);
   }
-  if (packet.in_ip()) out_.append(", in IPv4");
+  if (packet.is_ip && packet.is_ip6) out_.append(", in IPv4");
 }
 
 void RowPrinter::fragment_note(const Packet& packet) {
-  const auto header = packet.network_offset();
-  const std::uint32_t flags = packet.be16(header + 6);
+  const std::uint32_t flags = packet.be16(packet.ip + 6);
   out_.append("fragment at ");
   out_.number((flags & 0x1FFF) << 3);
   if ((flags & 0x2000) == 0) out_.append(", the last");
   out_.append(", ID ");
-  hex(packet.be16(header + 4), 4);
+  hex(packet.be16(packet.ip + 4), 4);
 }
 
 void RowPrinter::ports_note(const PacketSummary& summary) {
   const bool tcp = summary.ipProtocol == kTcp;
   // Without a header for them everything is as it was before.
-  if (summary.srcPort == 0 && summary.dstPort == 0 && (!tcp || summary.typeCode == kNoType)) {
+  if (summary.srcPort == 0 && summary.dstPort == 0 && (!tcp || summary.typeCode == Packet::kNoType)) {
     out_.append("no ports");
     return;
   }
@@ -407,7 +362,7 @@ void RowPrinter::ports_note(const PacketSummary& summary) {
 void RowPrinter::icmp_note(const PacketSummary& summary) {
   const char* const type_name =
       summary.ipProtocol == kIcmp ? IcmpTypeInfoToName(summary.typeCode) : IcmpV6TypeInfoToName(summary.typeCode);
-  if (summary.typeCode == kNoType) {
+  if (summary.typeCode == Packet::kNoType) {
     out_.append("no type");
   } else if (*type_name == '\0') {
     out_.append("type ");
@@ -425,7 +380,7 @@ void RowPrinter::arp_note(const Packet& packet) {
   const auto& s = packet.summary;
   const auto hardware = [&packet](std::uint32_t offset) {
     std::uint8_t mac[6];
-    for (std::uint32_t i = 0; i < 6; i++) mac[i] = packet.byte(packet.payload() + offset + i);
+    for (std::uint32_t i = 0; i < 6; i++) mac[i] = packet.byte(packet.payload + offset + i);
     return station(mac);
   };
   const auto put = [this](const Label& first, std::string_view between, const Label& second) {
@@ -457,15 +412,16 @@ void RowPrinter::pppoe_note(const Packet& packet) {
   const auto& s = packet.summary;
   if (s.etherType == kPppoeSession) {
     out_.append("PPP ");
-    hex(packet.be16(packet.payload() + 6), 4);
+    hex(packet.be16(packet.payload + 6), 4);
   } else {
-    const std::uint8_t code = packet.byte(packet.payload() + 1);
+    const std::uint8_t code = packet.byte(packet.payload + 1);
     out_.append("code ");
     hex(code, 2);
     name(pppoe_code_name(code));
   }
+  if (packet.lift.in_session()) return;
   out_.append(", session ");
-  hex(packet.be16(packet.payload() + 2), 4);
+  hex(packet.be16(packet.payload + 2), 4);
 }
 
 void RowPrinter::ipx_note(const PacketSummary& summary) {
@@ -485,7 +441,7 @@ void RowPrinter::link_note(const Packet& packet) {
     case WIRELINES_LLC:
     case WIRELINES_LLC_S_U: sap_note(packet); break;
     case WIRELINES_SNAP:
-      if (!packet.has(kSnapHeader)) {
+      if (!packet.has(packet.payload)) {
         out_.append("header incomplete");
         break;
       }

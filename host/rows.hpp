@@ -11,6 +11,8 @@
 
 namespace wirelines::host {
 
+struct Packet;
+
 class RowPrinter {
  public:
   RowPrinter(Output& out, bool color, bool lift_tags = true) : out_(out), color_(color), lift_(lift_tags) {}
@@ -20,8 +22,6 @@ class RowPrinter {
   void row(const Frame& frame);
 
  private:
-  struct Packet;
-
   void time(const Frame& frame);
   void addresses(const Packet& packet);
   void protocol_and_length(const Packet& packet);

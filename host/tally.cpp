@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "packet.hpp"
+
 namespace wirelines::host {
 
 namespace {
@@ -11,12 +13,6 @@ constexpr std::uint8_t kIcmp = 1;
 constexpr std::uint8_t kTcp = 6;
 constexpr std::uint8_t kUdp = 17;
 constexpr std::uint8_t kIcmpV6 = 58;
-
-constexpr std::uint16_t kTypeIp6 = 0x86DD;
-constexpr std::uint16_t kTypePppSession = 0x8864;
-
-constexpr std::uint32_t kIpHeader = 20;
-constexpr std::uint32_t kIp6Header = 40;
 
 constexpr int kAnyError = 0x80;  // set with every bit of errorFlags
 
@@ -41,96 +37,32 @@ std::uint16_t service(std::uint16_t a, std::uint16_t b, HasName has_name) {
   return rank_a == rank_b ? std::min(a, b) : rank_a < rank_b ? a : b;
 }
 
-}  // namespace
-
-// A frame and what the classifier says of it. Where the network header begins is found again here, because the
-// classifier's own offsets are not the same for all carriers.
-struct Tally::Packet {
-  Packet(const Frame& its_frame, const Lift& its_lift)
-      : frame(its_frame), lift(its_lift), length(its_frame.original_length) {
-    CheckPacket(lift.data(), lift.length(), &s);
-    is_ip6 = s.networkCode == WIRELINES_NET_IP6;
-    is_ip = s.networkCode == WIRELINES_NET_IP || s.networkCode == WIRELINES_NET_IP_FRAGMENT ||
-            (is_ip6 && s.etherType != kTypeIp6);
-    if (!is_ip && !is_ip6) return;
-    const auto link = s.frameKind == WIRELINES_ETHERNET_II ? 14U : s.frameKind == WIRELINES_SNAP ? 22U : 17U;
-    ip = link + (s.etherType == kTypePppSession ? 8U : 0U);
-    if (is_ip) {
-      ip_header = (byte(ip) & 0x0FU) * 4;
-      fragment = has(ip + kIpHeader) && (be16(ip + 6) & 0x3FFF) != 0;
-    }
-    ip6 = ip + ip_header;
-  }
-
-  // Bytes are those of the lifted frame.
-  [[nodiscard]] std::uint32_t captured() const { return static_cast<std::uint32_t>(lift.length()); }
-  [[nodiscard]] bool has(std::uint32_t bytes) const { return captured() >= bytes; }
-  [[nodiscard]] bool cut() const { return frame.length < frame.original_length; }
-  // A byte that was not captured reads as zero.
-  [[nodiscard]] std::uint8_t byte(std::uint32_t offset) const { return has(offset + 1) ? lift.data()[offset] : 0; }
-  [[nodiscard]] std::uint16_t be16(std::uint32_t offset) const {
-    return static_cast<std::uint16_t>(byte(offset) << 8 | byte(offset + 1));
-  }
-  [[nodiscard]] bool wrong(int error) const { return (s.errorFlags & error & ~kAnyError) != 0; }
-
-  // Whether the addresses and the protocol are there.
-  [[nodiscard]] bool whole_ip() const { return is_ip && has(ip + kIpHeader); }
-  [[nodiscard]] bool whole_ip6() const { return is_ip6 && has(ip6 + kIp6Header); }
-  [[nodiscard]] bool incomplete() const { return (is_ip && !whole_ip()) || (is_ip6 && !whole_ip6()); }
-
-  // What IPv4 or IPv6 carries: where it begins, and the bytes of it that are there.
-  struct Part {
-    std::uint32_t offset, size;
-  };
-  [[nodiscard]] Part message() const {
-    const auto part = [this](std::uint32_t offset, std::uint32_t size) -> Part {
-      return {offset, has(offset) ? std::min(size, captured() - offset) : 0};
-    };
-    if (!is_ip6) {
-      const std::uint32_t datagram = be16(ip + 2);
-      return part(ip + ip_header, datagram > ip_header ? datagram - ip_header : 0);
-    }
-    auto message = part(ip6 + kIp6Header, be16(ip6 + 4));
-    for (std::uint8_t next = byte(ip6 + 6); next == 0;) {  // hop-by-hop options
-      const std::uint32_t options = byte(message.offset + 1) * 8U + 8;
-      if (message.size < options + 2) break;
-      next = byte(message.offset);
-      message = {message.offset + options, message.size - options};
-    }
-    return message;
-  }
-
-  [[nodiscard]] ProtocolKey key() const {
-    ProtocolKey key;
-    key.framing = framing_of(s.frameKind);
-    if (s.frameKind == 0) return key;
-    if (lift.made_up() && key.framing == kEthernetII) key.framing = kNoEthernet;
-    if (s.frameKind == WIRELINES_LLC_S_U) {
-      key.flags = ProtocolKey::kControl;
-      return key;
-    }
-    const bool later = s.networkCode == WIRELINES_NET_IP_FRAGMENT;
-    key.network = static_cast<std::uint16_t>(later ? static_cast<std::uint32_t>(WIRELINES_NET_IP) : s.networkCode);
-    key.type = key.framing == kLlc ? static_cast<std::uint16_t>(s.dsap << 8 | s.ssap) : s.etherType;
-    if (key.framing == kSnap && !has(22)) key.flags |= ProtocolKey::kIncomplete;
-    if (incomplete()) key.flags |= ProtocolKey::kIncomplete;
-    if (is_ip && is_ip6) key.flags |= ProtocolKey::kInIp;
-    if (fragment) key.flags |= ProtocolKey::kFragment;
-    if (is_ip || is_ip6 || s.networkCode == WIRELINES_NET_IPX) key.protocol = s.ipProtocol;
+ProtocolKey key_of(const Packet& packet) {
+  const auto& s = packet.summary;
+  ProtocolKey key;
+  key.framing = framing_of(s.frameKind);
+  if (s.frameKind == 0) return key;
+  if (packet.lift.made_up() && key.framing == kEthernetII) key.framing = kNoEthernet;
+  if (s.frameKind == WIRELINES_LLC_S_U) {
+    key.flags = ProtocolKey::kControl;
     return key;
   }
+  const bool later = s.networkCode == WIRELINES_NET_IP_FRAGMENT;
+  key.network = static_cast<std::uint16_t>(later ? static_cast<std::uint32_t>(WIRELINES_NET_IP) : s.networkCode);
+  key.type = key.framing == kLlc ? static_cast<std::uint16_t>(s.dsap << 8 | s.ssap) : s.etherType;
+  if (key.framing == kSnap && !packet.has(packet.payload)) key.flags |= ProtocolKey::kIncomplete;
+  if (packet.incomplete()) key.flags |= ProtocolKey::kIncomplete;
+  if (packet.is_ip && packet.is_ip6) key.flags |= ProtocolKey::kInIp;
+  if (packet.fragment) key.flags |= ProtocolKey::kFragment;
+  if (packet.is_ip || packet.is_ip6 || s.networkCode == WIRELINES_NET_IPX) key.protocol = s.ipProtocol;
+  return key;
+}
 
-  const Frame& frame;
-  const Lift& lift;
-  std::uint32_t length;
-  PacketSummary s{};
-  bool is_ip = false;  // both for IPv6 in IPv4
-  bool is_ip6 = false;
-  bool fragment = false;
-  std::uint32_t ip = 0;  // where the header begins
-  std::uint32_t ip_header = 0;
-  std::uint32_t ip6 = 0;
-};
+bool wrong(const Packet& packet, int error) {
+  return (packet.summary.errorFlags & error & ~kAnyError) != 0;
+}
+
+}  // namespace
 
 Key<8> ProtocolKey::pack() const {
   return {framing,
@@ -190,8 +122,8 @@ Tally::Tally(bool lift_tags, std::size_t bound)
 void Tally::add(const Frame& frame) {
   lift_.take(frame);
   const Packet packet(frame, lift_);
-  const auto length = packet.length;
-  const auto key = packet.key();
+  const auto length = frame.original_length;
+  const auto key = key_of(packet);
   add_time(frame);
   add_size(length);
   total.add(length);
@@ -227,9 +159,10 @@ void Tally::add_size(std::uint32_t length) {
 }
 
 void Tally::add_network(const Packet& packet) {
-  const auto& s = packet.s;
-  if (packet.whole_ip()) ip.add(s.srcIp, s.dstIp, packet.length);
-  if (packet.whole_ip6()) ip6.add(s.srcIp6, s.dstIp6, packet.length);
+  const auto& s = packet.summary;
+  const auto length = packet.frame.original_length;
+  if (packet.whole_ip()) ip.add(s.srcIp, s.dstIp, length);
+  if (packet.whole_ip6()) ip6.add(s.srcIp6, s.dstIp6, length);
   if (s.networkCode == WIRELINES_NET_IPX) {
     Key<10> source;
     Key<10> destination;
@@ -237,16 +170,16 @@ void Tally::add_network(const Packet& packet) {
     std::memcpy(source.data() + 4, s.ipxSrcNode, 6);
     std::memcpy(destination.data(), s.ipxDstNet, 4);
     std::memcpy(destination.data() + 4, s.ipxDstNode, 6);
-    ipx.add(source.data(), destination.data(), packet.length);
+    ipx.add(source.data(), destination.data(), length);
     const auto has_name = [](std::uint16_t socket) { return *NwSocketToName(socket) != '\0'; };
     const bool source_tells = has_name(s.ipxSrcSocket) && !has_name(s.ipxDstSocket);
-    add_port(PortKind::kIpx, source_tells ? s.ipxSrcSocket : s.ipxDstSocket, packet.length);
+    add_port(PortKind::kIpx, source_tells ? s.ipxSrcSocket : s.ipxDstSocket, length);
   }
   if ((packet.is_ip || packet.is_ip6) && (s.srcPort != 0 || s.dstPort != 0)) {
     const bool tcp = s.ipProtocol == kTcp;
     const auto& services = tcp ? tcp_services_ : udp_services_;
     const auto port = service(s.srcPort, s.dstPort, [&services](std::uint16_t number) { return services[number]; });
-    add_port(tcp ? PortKind::kTcp : PortKind::kUdp, port, packet.length);
+    add_port(tcp ? PortKind::kTcp : PortKind::kUdp, port, length);
   }
 }
 
@@ -263,13 +196,14 @@ void Tally::add_port(PortKind kind, std::uint16_t port, std::uint32_t length) {
 void Tally::add_checksums(const Packet& packet) {
   if (packet.is_ip) {
     auto& verdicts = checksums[kIpChecksum];
-    const bool later = packet.s.networkCode == WIRELINES_NET_IP_FRAGMENT;  // the classifier looks no further into it
-    if (!packet.whole_ip() || later || (packet.cut() && !packet.has(packet.ip + packet.ip_header))) {
+    const bool later =
+        packet.summary.networkCode == WIRELINES_NET_IP_FRAGMENT;  // the classifier looks no further into it
+    if (!packet.whole_ip() || later || (packet.cut() && !packet.whole_ip_options())) {
       verdicts.not_verified++;
     } else if (packet.be16(packet.ip + 10) == 0) {
       verdicts.none++;
     } else {
-      (packet.wrong(WIRELINES_BAD_IP) ? verdicts.wrong : verdicts.right)++;
+      (wrong(packet, WIRELINES_BAD_IP) ? verdicts.wrong : verdicts.right)++;
     }
   }
   if ((packet.is_ip || packet.is_ip6) && !packet.incomplete()) add_transport_checksum(packet);
@@ -283,7 +217,7 @@ void Tally::add_transport_checksum(const Packet& packet) {
     bool may_be_zero;
   };
   const auto kind = [&packet]() -> Kind {
-    switch (packet.s.ipProtocol) {
+    switch (packet.summary.ipProtocol) {
       case kTcp: return {kTcpChecksum, WIRELINES_BAD_TCP, 20, 16, true};
       case kUdp: return {kUdpChecksum, WIRELINES_BAD_UDP, 8, 6, true};
       case kIcmp: return {kIcmpChecksum, WIRELINES_BAD_ICMP, 4, 2, false};
@@ -292,7 +226,7 @@ void Tally::add_transport_checksum(const Packet& packet) {
     }
   }();
   // ICMP belongs to IPv4 and ICMPv6 to IPv6; the classifier verifies neither over the other.
-  if (kind.row == kChecksums || packet.s.ipProtocol == (packet.is_ip6 ? kIcmp : kIcmpV6)) return;
+  if (kind.row == kChecksums || packet.summary.ipProtocol == (packet.is_ip6 ? kIcmp : kIcmpV6)) return;
   auto& verdicts = checksums[kind.row];
   const auto message = packet.message();
   if (packet.cut() || packet.fragment || message.size < kind.header) {
@@ -300,7 +234,7 @@ void Tally::add_transport_checksum(const Packet& packet) {
   } else if (kind.may_be_zero && packet.be16(message.offset + kind.field) == 0) {
     verdicts.none++;
   } else {
-    (packet.wrong(kind.error) ? verdicts.wrong : verdicts.right)++;
+    (wrong(packet, kind.error) ? verdicts.wrong : verdicts.right)++;
   }
 }
 

@@ -79,6 +79,8 @@ enum Checksum { kIpChecksum, kIcmpChecksum, kTcpChecksum, kUdpChecksum, kChecksu
 
 constexpr std::array<std::uint32_t, 6> kSizeLimits = {60, 128, 256, 512, 1024, 1515};  // first lengths of further rows
 
+struct Packet;
+
 class Tally {
  public:
   // At most `bound` entries a table. The user's names should be loaded: a port that has a name is taken for the one
@@ -108,8 +110,6 @@ class Tally {
   Timeline timeline;
 
  private:
-  struct Packet;
-
   void add_time(const Frame& frame);
   void add_size(std::uint32_t length);
   void add_network(const Packet& packet);

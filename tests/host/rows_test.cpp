@@ -86,6 +86,8 @@ TEST(Rows, table) {
       {"no IPv6 header", kMacs + "86DD 60 00x38", kStations + "IPv6     53 header incomplete"},
       {"IPv6 in IPv4", ip("003C", "29") + "60000000 0000 3B40 00x15 01 FE80 00x13 01",
        "::1               fe80::1           IPv6     74 next header 59, in IPv4"},
+      {"IPv6 that its IPv4 datagram cuts", ip("003B", "29") + "60000000 0000 3B40 00x15 01 FE80 00x13 01",
+       kHosts + "IPv6     74 header incomplete"},
       {"long IPv6 addresses push", kMacs + "86DD 60000000 0000 3B40 20010DB8 11x12 20010DB8 22x12",
        "2001:db8:1111:1111:1111:1111:1111:1111 2001:db8:2222:2222:2222:2222:2222:2222 IPv6     54 next header 59"},
       {"IP behind LLC", kMacs + "001F 060603 4500 001C 0000 0000 40 11 0000 C0000201 C63364FF 0035 C001 0008 0000",

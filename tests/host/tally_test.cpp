@@ -96,6 +96,12 @@ TEST(Tally, a_frame_counts_as) {
        "Ethernet II/IPv4/IPv6/TCP", "tcp 445", "IPv4 header none, TCP wrong"},
       {"IPv6 in IPv4, cut", kMacs + "0800" + ip("29", "0000", "0000", "003C") + "6000", 38,
        "Ethernet II/IPv4/IPv6/header incomplete", "", "IPv4 header none"},
+      {"IPv6 that its IPv4 datagram cuts",
+       kMacs + "0800" + ip("29", "0000", "0000", "003B") + "60000000 0008 1140" + kIp6Hosts + udp + "0000", 0,
+       "Ethernet II/IPv4/IPv6/header incomplete", "", "IPv4 header none"},
+      {"UDP that the IPv4 datagram around its IPv6 cuts",
+       kMacs + "0800" + ip("29", "0000", "0000", "0043") + "60000000 0008 1140" + kIp6Hosts + udp + "1234", 0,
+       "Ethernet II/IPv4/IPv6/UDP", "", "IPv4 header none, UDP not verified"},
       {"UDP in a session", kMacs + "8864 1100 0001 001E 0021" + ip("11") + udp + "0000", 0,
        "Ethernet II/PPPoE session/IPv4/UDP", "udp 53", "IPv4 header none, UDP none"},
       {"UDP in a session over SNAP", kMacs + "002A AAAA03 000000 8864 1100 0001 001E 0021" + ip("11") + udp + "0000", 0,
@@ -132,6 +138,9 @@ TEST(Tally, vlan_tags_and_other_link_layers) {
   EXPECT_EQ(tally.stations.total, (Count{1, 46}));
   EXPECT_EQ(tally.framings[kNoEthernet], (Count{1, 28}));
   EXPECT_EQ(tally.total, (Count{2, 74}));
+  add(tally, "C021 0901 0008 00x4", 0, DLT_PPP);
+  EXPECT_EQ(path(ProtocolKey::unpack(tally.protocols.entries().back().key)),
+            (std::vector<std::string>{"No Ethernet", "PPP", "LCP"}));
 }
 
 // Both ways of a conversation come into one entry.
