@@ -170,7 +170,7 @@ void add_choice(CLI::App& app, const std::string& name, Choice& choice, std::pai
            choice = text == first.first ? first.second : second.second;
          },
          about)
-      ->type_name("FORM");
+      ->type_name(first.first + "|" + second.first);
 }
 
 }  // namespace
@@ -181,14 +181,14 @@ void add_classify(CLI::App& program, Run& run) {
   add_input_options(*app, options->input);
   add_lift_option(*app, options->input);
   add_choice<Form>(*app, "-T", options->form, {"tsv", Form::kTsv}, {"jsonl", Form::kJsonl},
-                   "tsv (\\N for what is absent; the default) or jsonl");
+                   "Form of the rows: tab-separated, or JSON");
   add_choice<Schema>(*app, "--schema", options->schema, {"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson},
-                     "Print the definition of a row and end: clickhouse or json");
+                     "Print the definition of a row and end");
   app->footer(
-      "Times are UTC. Fields that a frame does not have are absent.\n"
       "Examples:\n"
       "  wirelines classify --schema clickhouse | clickhouse-client\n"
-      "  wirelines classify trace.pcap | clickhouse-client --query 'INSERT INTO frames FORMAT TSV'");
+      "  wirelines classify trace.pcap |\n"
+      "    clickhouse-client --query 'INSERT INTO frames FORMAT TSV'");
   app->callback([&run, options] { run = [options](Output& out) { return classify(*options, out); }; });
 }
 

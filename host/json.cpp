@@ -172,13 +172,13 @@ void add_json(CLI::App& program, Run& run) {
   add_utc_option(*app);
   app->add_option_function<std::string>(
          "--lines", [options](const std::string& text) { options->lines = lines_wanted(text); },
-         "fields (no hex lines of data blocks; the default), all or none")
-      ->type_name("WHICH");
+         "Without hex lines (the default), all, no decoding")
+      ->type_name("fields|all|none");
   app->footer(
-      "Frame times are UTC; --utc is for the text of lines. docs/json.schema.json describes the form.\n"
+      "Times of frames are UTC; --utc is for the text of lines.\n"
       "Examples:\n"
       "  wirelines json trace.pcap | jq -r '.lines[].t'\n"
-      "  wirelines json --lines none trace.pcap | jq 'select(.sum.dstPort == 53) | .frame'");
+      "  wirelines json --lines none trace.pcap | jq 'select(.sum.dstPort == 53)'");
   app->callback([&run, options] { run = [options](Output& out) { return json(*options, out); }; });
 }
 

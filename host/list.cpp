@@ -35,7 +35,8 @@ void add_list(CLI::App& program, Run& run) {
   add_utc_option(*app);
   options->color.add(*app);
   app->footer(
-      "Columns: number, time of day, source, destination, protocol, length on the wire, note.\n"
+      "A line has number, time of day, source, destination, protocol, length on the\n"
+      "wire and a note.\n"
       "Examples:\n"
       "  wirelines list trace.pcap | grep checksum  frames with a wrong checksum\n"
       "  tcpdump -w - -U | wirelines list -         frames as they come");

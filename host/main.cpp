@@ -4,11 +4,13 @@
 
 #include <csignal>
 #include <exception>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "commands.hpp"
 #include "failure.hpp"
+#include "help.hpp"
 #include "walk.hpp"
 
 namespace {
@@ -45,11 +47,14 @@ int parse(CLI::App& program, int argc, char** argv, Output& out) {
 int run_program(int argc, char** argv) {
   Output out(STDOUT_FILENO);
   CLI::App program("Shows what the frames of a trace say, line by line.", "wirelines");
-  program.set_version_flag("--version", "wirelines " WIRELINES_VERSION);
-  program.get_formatter()->column_width(26);
+  program.set_version_flag("--version", "wirelines " WIRELINES_VERSION, "Print the version and end");
+  program.formatter(std::make_shared<HelpFormatter>());  // which subcommands inherit
   program.footer(
-      "wirelines SUBCOMMAND --help tells more. Exit codes: 0, 64 usage, 65 damaged trace, 66 no such\n"
-      "trace, 74 output cannot be written, 77 no permission.");
+      "wirelines SUBCOMMAND --help tells more. Exit codes: 0, 64 usage, 65 damaged\n"
+      "trace, 66 no such trace, 74 output cannot be written, 77 no permission.\n"
+      "Examples:\n"
+      "  wirelines list trace.pcap                  a line for every frame\n"
+      "  wirelines show -N 12 trace.pcap            all of frame 12");
   program.require_subcommand(0, 1);  // a word after the first is never taken for another subcommand
   Run run;
   for (auto* add_command : kCommands) add_command(program, run);

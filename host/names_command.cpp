@@ -248,8 +248,9 @@ void add_names(CLI::App& program, Run& run) {
   auto* names = program.add_subcommand("names", "List and change the names of stations, addresses, ports");
   names->require_subcommand(1);
   names->footer(  // the commands inherit it
-      "add, remove and import change the file of names in the configuration folder (~/.config/wirelines/names).\n"
-      "Exit codes: 0, 64 usage, 65 bad lines, 66 no such file or name, 74 not written, 77 no permission.\n"
+      "The user's own file is ~/.config/wirelines/names, or in XDG_CONFIG_HOME. Exit\n"
+      "codes: 0, 64 usage, 65 bad lines, 66 no such file or name, 74 not written, 77\n"
+      "no permission.\n"
       "Examples:\n"
       "  wirelines names add station 00:00:5E:00:53:01 router\n"
       "  wirelines names import hosts /etc/hosts\n"
@@ -261,8 +262,9 @@ void add_names(CLI::App& program, Run& run) {
     app->callback([&run, options, action] { run = [options, action](Output& out) { return action(*options, out); }; });
     return app;
   };
-  const auto positional = [](CLI::App* app, const char* name, std::string& value, const char* what) {
-    app->add_option(name, value, what)->required()->type_name("");
+  const auto positional = [](CLI::App* app, const char* name, std::string& value, const char* what,
+                             const char* choice = "") {
+    app->add_option(name, value, what)->required()->type_name(choice);
   };
   const auto sources = [&](CLI::App* app) {
     app->add_option("--trace", options->traces, "Also the names beside a trace: FILE.names")
@@ -271,7 +273,7 @@ void add_names(CLI::App& program, Run& run) {
     add_name_file_options(*app, options->sources);
   };
   const auto kind_and_key = [&](CLI::App* app) {
-    positional(app, "KIND", options->kind, "station, ip, ip6, port, sap or type");
+    positional(app, "KIND", options->kind, "What it is the name of", "station|ip|ip6|port|sap|type");
     positional(app, "KEY", options->key, "An address or number of that kind");
   };
   const auto own = [&](CLI::App* app) {
@@ -296,13 +298,12 @@ void add_names(CLI::App& program, Run& run) {
   own(app);
 
   app = command("import", "Take over names from a file of the system's kinds", import);
-  positional(app, "FORMAT", options->format, "hosts, ethers or services");
+  positional(app, "FORMAT", options->format, "What the file is", "hosts|ethers|services");
   app->add_option("FILE", options->files, "The file; - is standard input")->required()->expected(1)->type_name("");
   own(app);
 
   app = command("check", "Report every line that cannot be used", check);
-  app->add_option("FILE", options->files, "Files of names; - is standard input; otherwise the user's own")
-      ->type_name("");
+  app->add_option("FILE", options->files, "Files of names, - for standard input; or the user's own")->type_name("");
 }
 
 }  // namespace wirelines::host

@@ -53,8 +53,7 @@ std::vector<std::string> InputOptions::traces() const {
 }
 
 void add_input_options(CLI::App& app, InputOptions& options) {
-  app.add_option("FILE", options.files, "Traces: pcap or pcapng, also .gz and .zst; - is standard input")
-      ->type_name("");
+  app.add_option("FILE", options.files, "Traces: pcap, pcapng, .gz, .zst; - is standard input")->type_name("");
   app.add_option("-r,--read", options.read_files, "A trace, as FILE")->type_name("FILE")->allow_extra_args(false);
   app.add_option_function<std::string>(
          "-N,--frames",
@@ -76,9 +75,8 @@ void add_input_options(CLI::App& app, InputOptions& options) {
 
 void add_charset_option(CLI::App& app, InputOptions& options) {
   app.add_option_function<std::string>(
-         "--charset", [&options](const std::string& name) { options.charset = charset(name); },
-         "Text of data blocks: ascii, sjis, jis, utf16, euc, ebcdic, raw")
-      ->type_name("SET");
+         "--charset", [&options](const std::string& name) { options.charset = charset(name); }, "Text of data blocks")
+      ->type_name("ascii|sjis|jis|utf16|euc|ebcdic|raw");
 }
 
 void add_lift_option(CLI::App& app, InputOptions& options) {
@@ -97,10 +95,12 @@ void add_utc_option(CLI::App& app) {
 }
 
 void ColorOption::add(CLI::App& app) {
-  app.add_option("--color", when_, "auto, always or never")->type_name("WHEN")->check([](const std::string& when) {
-    const bool known = when == "auto" || when == "always" || when == "never";
-    return known ? "" : in_quotes(when) + " is none of auto, always, never";
-  });
+  app.add_option("--color", when_, "Auto: on a terminal only")
+      ->type_name("auto|always|never")
+      ->check([](const std::string& when) {
+        const bool known = when == "auto" || when == "always" || when == "never";
+        return known ? "" : in_quotes(when) + " is none of auto, always, never";
+      });
 }
 
 bool ColorOption::wanted() const {
@@ -115,7 +115,7 @@ void add_name_options(CLI::App& app, NameOptions& options) {
 }
 
 void add_name_file_options(CLI::App& app, NameOptions& options) {
-  app.add_option("--names", options.files, "A file of names, on top of the trace's own and the user's")
+  app.add_option("--names", options.files, "Names, on top of the trace's own and the user's")
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_flag("--system-names", options.system, "Also /etc/hosts, /etc/ethers and /etc/services");

@@ -48,7 +48,7 @@ void add_show(CLI::App& program, Run& run) {
   add_name_options(*app, options->names);
   add_utc_option(*app);
   options->color.add(*app);
-  app->add_flag("--raw", options->raw, "One line a display line: CODE LEVEL START-END STYLE |TEXT|");
+  app->add_flag("--raw", options->raw, "For programs: CODE LEVEL START-END STYLE |TEXT|");
   app->footer(
       "Examples:\n"
       "  wirelines show -N 12 trace.pcap            frame 12\n"
