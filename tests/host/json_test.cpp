@@ -288,6 +288,56 @@ TEST(Json, lines) {
   if (!jq) GTEST_SKIP() << "no jq: the manual's example was not run";
 }
 
+// Both forms see a frame behind tags, and without Ethernet, as show does: offsets are those of the real frame, and the
+// traces of several are told apart.
+TEST(Json, link_layers_and_several_traces) {
+  const Folder folder;
+  const std::string udp = "4500001C 00000000 4011 0000 0A000001 0A000002 C0000035 0008 0000";
+  const struct {
+    const char* what;
+    std::uint32_t link_type;
+    std::string frame;
+    int network, transport, ip_line;  // offsets, and the first byte of the title of the IP header
+  } kCases[] = {
+      {"ethernet", 1, "010203040506 0A0B0C0D0E0F 0800 " + udp, 14, 34, 14},
+      {"tagged", 1, "010203040506 0A0B0C0D0E0F 8100 0005 0800 " + udp, 18, 38, 18},
+      {"twice", 1, "010203040506 0A0B0C0D0E0F 88A8 0005 8100 0006 0800 " + udp, 22, 42, 22},
+      {"cooked", 113, "0000 0001 0006 0A0B0C0D0E0F 0000 0800 " + udp, 16, 36, 16},
+      {"raw", 101, udp, 0, 20, 0},
+      {"ppp", 9, "FF03 0021 " + udp, 4, 24, 4},
+  };
+  std::string traces;
+  for (const auto& c : kCases) {
+    traces += " " + folder.file(c.what, pcap_header({}, c.link_type) + pcap_record(bytes(c.frame), 1, 0, 100));
+  }
+  const auto objects = printed_objects("$W json" + traces);
+  const auto rows = printed_objects("$W classify -T jsonl" + traces);
+  std::size_t titles = 0;
+  ASSERT_EQ(objects.size(), std::size(kCases));
+  ASSERT_EQ(rows.size(), std::size(kCases));
+  for (std::size_t i = 0; i < objects.size(); i++) {
+    const auto& c = kCases[i];
+    for (const auto* found : {&objects[i], &rows[i]}) {
+      EXPECT_EQ((*found)["file"], folder.path(c.what));
+      EXPECT_EQ((*found)["frame"], i + 1);
+    }
+    const auto& sum = objects[i]["sum"];
+    EXPECT_EQ(sum["dstPort"], 53) << c.what;
+    EXPECT_EQ(sum["srcIp"], "10.0.0.1") << c.what;
+    EXPECT_EQ(sum.value("networkOffset", -1), c.network) << c.what;
+    EXPECT_EQ(sum.value("transportOffset", -1), c.transport) << c.what;
+    for (const auto& [key, value] : sum.items()) EXPECT_EQ(rows[i][key], value) << c.what << key;
+    for (const auto& line : objects[i]["lines"]) {
+      if (!line["t"].get<std::string>().starts_with("--- IP Header")) continue;
+      EXPECT_EQ(line["s"], c.ip_line) << c.what;
+      titles++;
+    }
+  }
+  EXPECT_EQ(titles, objects.size());
+  EXPECT_EQ(printed_objects("$W json --no-lift " + folder.path("tagged"))[0]["sum"]["etherType"], 0x8100);
+  EXPECT_EQ(printed_objects("$W json " + folder.path("raw"))[0].count("file"), 0U) << "one trace needs no name";
+}
+
 // The columns of rows, in both forms, and what a time that does not fit becomes.
 TEST(Classify, rows) {
   const Folder folder;

@@ -141,6 +141,10 @@ TEST_F(Program, options) {
 TEST_F(Program, exit_codes_and_messages) {
   folder_.file("cut.pcap", contents(trace_).substr(0, 100));
   folder_.file("none.pcap", pcap_header());
+  run("head -c 2990 '" SOURCE_DIR
+      "/examples/lan.pcap' | tee long | gzip > damaged.gz; gzip -c long | head -c 500 > half.gz");
+  folder_.file("damaged.zst", "\x28\xB5\x2F\xFD" + std::string(40, '\xFF'));
+  folder_.file("cut.pcapng", (pcapng_header() + pcapng_record(ethernet_frame(), 1, 60)).append(9, '\x06'));
   folder_.file("bad.names", "station 010203040506 fine\nhouse 1 two\n");
   folder_.file("\x1B[31m.pcap", "x");
   const struct {
@@ -162,6 +166,12 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show -N", 64, "wirelines: --frames"},
       {"$W show -c 0 $T", 64, "wirelines: --count"},
       {"$W show -c x $T", 64, "wirelines: "},
+      {"$W show -N 0 $T", 64, "wirelines: --frames: "},
+      {"$W show -N 1,x $T", 64, "wirelines: --frames: 'x'"},
+      {"$W json --lines some $T", 64, "wirelines: --lines: 'some' is none of all, fields, none"},
+      {"$W classify -T csv $T", 64, "wirelines: -T: 'csv' is none of tsv, jsonl"},
+      {"$W classify --schema sql", 64, "wirelines: --schema: 'sql' is none of clickhouse, json"},
+      {"$W stats --top x $T", 64, "wirelines: "},
       {"$W list --charset ascii $T", 64, "wirelines: The following argument was not expected: "},
       {"$W show -f 'tcp prot 80' trace.pcap", 64, "wirelines: trace.pcap: --filter 'tcp prot 80': can't parse filter"},
       {"$W show - - < $T", 64, "wirelines: FILE: - can be named only once"},
@@ -174,6 +184,10 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show cut.pcap", 65, "wirelines: cut.pcap: broken at frame 3, offset 87: truncated"},
       {"$W list cut.pcap", 65, "wirelines: cut.pcap: broken at frame 3, offset 87: truncated"},
       {"$W show - < cut.pcap", 65, "wirelines: standard input: broken at frame 3, offset 87: truncated"},
+      {"$W list cut.pcapng", 65, "wirelines: cut.pcapng: broken at frame 2, offset 140: "},
+      {"$W list damaged.gz", 65, "wirelines: damaged.gz: broken at frame 18, offset 2898 of "},
+      {"$W list damaged.zst", 65, "wirelines: damaged.zst: "},
+      {"$W list half.gz", 65, "wirelines: half.gz: "},
       {"$W show /dev/null", 65, "wirelines: /dev/null: is empty\n"},
       {"$W show command", 65, "wirelines: command: is not a pcap or pcapng trace"},
       {"$W show $'\\e[31m.pcap'", 65, "wirelines: ?[31m.pcap: is not"},
@@ -182,6 +196,11 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show --names nowhere $T", 66, "wirelines: nowhere: cannot be read: No such file or directory\n"},
       {"$W show $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
       {"$W list $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W dump $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W json $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W classify $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"$W stats $T > /dev/full", 74, "wirelines: the output cannot be written: No space left on device\n"},
+      {"yes \"$T\" | head -n 300 | xargs -n 300 $W json -q | head -c 1; exit ${PIPESTATUS[2]}", 0, ""},
       {"$W --help > /dev/full", 74, "wirelines: the output cannot be written"},
       {"$W show nowhere $T cut.pcap", 66,
        "wirelines: nowhere: cannot be opened: No such file or directory\nwirelines: cut"},
