@@ -36,6 +36,11 @@
 extern "C" {
 #endif
 
+/* ---- Version ---------------------------------------------------------------------------------------------------- */
+
+/* Returns the version of the library that is running, "0.1.0" for one: three numbers set apart by dots. Static text. */
+WIRELINES_API const char* wirelines_version(void);
+
 /* ---- Lines ------------------------------------------------------------------------------------------------------ */
 
 /* One display line. Made by the library, freed by DelDspBuffer and by nothing else. */

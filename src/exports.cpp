@@ -268,3 +268,7 @@ uint32_t gdate_monthdays(uint32_t month, uint32_t year) {
 uint32_t gdate_weekday(uint32_t dayNumber) {
   return wirelines::weekday_of_day(dayNumber);
 }
+
+const char* wirelines_version() {
+  return WIRELINES_VERSION;
+}
