@@ -11,6 +11,7 @@
 #include "commands.hpp"
 #include "failure.hpp"
 #include "help.hpp"
+#include "rights.hpp"
 #include "walk.hpp"
 
 namespace {
@@ -60,7 +61,9 @@ int run_program(int argc, char** argv) {
   for (auto* add_command : kCommands) add_command(program, run);
   try {
     if (const int exit_code = parse(program, argc, argv, out); exit_code != 0) return exit_code;
-    return run ? run(out) : EX_USAGE;
+    if (!run) return EX_USAGE;
+    if (geteuid() != 0) give_up_capabilities();  // an interface is open by now, and nothing else takes any
+    return run(out);
   } catch (const CLI::CallForHelp&) {
     out.append(program.help());  // that of the subcommand when one was chosen
     return finish(out, 0);

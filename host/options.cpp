@@ -41,9 +41,23 @@ std::string_view environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
+void open_live(const CLI::App& app, InputOptions& options) {
+  if (options.live.interface.empty()) {
+    for (const auto* const name : {"--interface", "--snaplen", "--no-promiscuous", "--buffer", "--seconds", "--user"}) {
+      if (app.count(name) > 0) throw CLI::RequiredError(std::string(name) + ": -i NAME, an interface,");
+    }
+    return;
+  }
+  if (!options.files.empty() || !options.read_files.empty()) {
+    throw CLI::ValidationError("-i", "frames come from an interface or from traces, not both");
+  }
+  options.device = std::make_shared<Device>(options.live, options.filter, Device::Use::kDecode);
+}
+
 }  // namespace
 
 std::vector<std::string> InputOptions::traces() const {
+  if (device) return {};
   auto all = read_files;
   all.insert(all.end(), files.begin(), files.end());
   if (std::count(all.begin(), all.end(), "-") > 1) throw CLI::ValidationError("FILE", "- can be named only once");
@@ -55,6 +69,11 @@ std::vector<std::string> InputOptions::traces() const {
 void add_input_options(CLI::App& app, InputOptions& options) {
   app.add_option("FILE", options.files, "Traces: pcap, pcapng, .gz, .zst; - is standard input")->type_name("");
   app.add_option("-r,--read", options.read_files, "A trace, as FILE")->type_name("FILE")->allow_extra_args(false);
+  add_live_options(app, options.live, false);
+  app.parse_complete_callback([&app, &options] {
+    if (app.remaining_size() > 0) return;  // an error, told soon
+    open_live(app, options);
+  });
   app.add_option_function<std::string>(
          "-N,--frames",
          [&options](const std::string& text) {
@@ -64,6 +83,10 @@ void add_input_options(CLI::App& app, InputOptions& options) {
          },
          "Only these frames: 12, 5-9, 100-, or several: 3,7-9")
       ->type_name("RANGES");
+  add_choice_options(app, options);
+}
+
+void add_choice_options(CLI::App& app, InputOptions& options) {
   app.add_option("-f,--filter", options.filter, "Only frames that this BPF expression lets through")->type_name("EXPR");
   app.add_option("-c,--count", options.count, "At most so many frames")
       ->type_name("COUNT")
@@ -71,6 +94,34 @@ void add_input_options(CLI::App& app, InputOptions& options) {
         return count == "0" ? std::string("at least one frame must be wanted") : std::string();
       });
   app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
+}
+
+CLI::Validator from_one_to(std::uint64_t most) {
+  return CLI::Range(std::uint64_t{1}, most).description("");  // which the help would show
+}
+
+void add_live_options(CLI::App& app, LiveOptions& options, bool in_help) {
+  constexpr std::uint64_t kMostSeconds = std::numeric_limits<std::uint32_t>::max();
+  constexpr std::uint64_t kMostBuffer = 2047;  // what libpcap can be told
+  app.add_option("-i,--interface", options.interface,
+                 in_help ? "The interface, any for all; see -D" : "Live from this interface; see capture")
+      ->type_name("NAME");
+  const std::array others = {
+      app.add_option("-s,--snaplen", options.snaplen, "At most so many bytes of a frame")
+          ->type_name("BYTES")
+          ->check(from_one_to(kLongestFrame)),
+      app.add_flag("-p,--no-promiscuous", options.no_promiscuous, "Only what the interface takes anyway"),
+      app.add_option("--buffer", options.buffer, "Size of the kernel's buffer (default 16)")
+          ->type_name("MB")
+          ->check(from_one_to(kMostBuffer)),
+      app.add_option("--seconds", options.seconds, "End after so many seconds")
+          ->type_name("N")
+          ->check(from_one_to(kMostSeconds)),
+      app.add_option("--user", options.user, "Whom root becomes when the interface is open")->type_name("NAME"),
+  };
+  for (auto* const option : others) {
+    if (!in_help) option->group("");
+  }
 }
 
 void add_charset_option(CLI::App& app, InputOptions& options) {

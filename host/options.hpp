@@ -4,19 +4,24 @@
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "device.hpp"
 #include "frame_range.hpp"
 
 namespace wirelines::host {
 
-// Which frames of which traces, and how they are decoded.
+// Which frames of which traces or of which interface, and how they are decoded.
 struct InputOptions {
-  [[nodiscard]] std::vector<std::string> traces() const;  // what was named, or standard input
+  // What was named, or standard input; none when live.
+  [[nodiscard]] std::vector<std::string> traces() const;
 
   std::vector<std::string> files;
   std::vector<std::string> read_files;  // those of -r
+  LiveOptions live;
+  std::shared_ptr<Device> device;  // null: not live
   FrameRanges frames;
   std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
   std::string filter;         // a BPF expression; empty: every frame
@@ -25,7 +30,18 @@ struct InputOptions {
   bool quiet = false;
 };
 
+// An interface that is asked for is opened, and the rights for that are given up, as soon as the command line is
+// understood: before any file of names is read.
 void add_input_options(CLI::App& app, InputOptions& options);
+
+// -f, -c and -q.
+void add_choice_options(CLI::App& app, InputOptions& options);
+
+// For numbers from 1 on.
+CLI::Validator from_one_to(std::uint64_t most);
+
+// -i and how to open it; all of them but -i only where `in_help` stand in the help.
+void add_live_options(CLI::App& app, LiveOptions& options, bool in_help);
 
 // --charset, for the commands that show data blocks.
 void add_charset_option(CLI::App& app, InputOptions& options);

@@ -43,6 +43,16 @@ int seek_stream(void* stream, off64_t* offset, int whence) {
 
 }  // namespace
 
+void need_link_type(const std::string& name, int type) {
+  if (can_lift(type)) return;
+  const char* type_name = pcap_datalink_val_to_name(type);
+  const char* description = pcap_datalink_val_to_description(type);
+  throw Failure(EX_DATAERR, name + ": link type " + (type_name != nullptr ? type_name : std::to_string(type)) +
+                                (description != nullptr ? " (" + std::string(description) + ")" : "") +
+                                " cannot be decoded, only Ethernet, Linux cooked captures, raw IP, PPP and BSD loopback; "
+                                "capture on an Ethernet interface");
+}
+
 Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_(name) {
   const int fd = open_trace(name);
   stream_ = std::make_unique<Stream>(fd, std::move(before_wait));
@@ -65,15 +75,7 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_
     const auto reason = stream_->problem().empty() ? std::string(error.data()) : stream_->problem();
     throw Failure(EX_DATAERR, shown_name() + ": is not a pcap or pcapng trace (" + reason + ")");
   }
-  if (const int type = pcap_datalink(pcap_.get()); !can_lift(type)) {
-    const char* type_name = pcap_datalink_val_to_name(type);
-    const char* description = pcap_datalink_val_to_description(type);
-    throw Failure(EX_DATAERR,
-                  shown_name() + ": link type " + (type_name != nullptr ? type_name : std::to_string(type)) +
-                      (description != nullptr ? " (" + std::string(description) + ")" : "") +
-                      " cannot be decoded, only Ethernet, Linux cooked captures, raw IP, PPP and BSD loopback; "
-                      "capture on an Ethernet interface");
-  }
+  need_link_type(shown_name(), pcap_datalink(pcap_.get()));
 }
 
 bool Trace::next(Frame& frame) {

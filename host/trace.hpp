@@ -1,4 +1,5 @@
-// Trace files: pcap in all its variants and pcapng, compressed or not, one frame after another.
+// Frames one after another, and where they come from: trace files, which are pcap in all its variants or pcapng,
+// compressed or not.
 #pragma once
 
 #include <pcap/pcap.h>
@@ -25,8 +26,25 @@ struct Frame {
   int link_type = DLT_EN10MB;     // as libpcap names it
 };
 
+class Source {
+ public:
+  Source() = default;
+  Source(const Source&) = delete;
+  Source& operator=(const Source&) = delete;
+  virtual ~Source() = default;
+
+  // Takes the next frame; false at the end. Throws Failure where there should be more.
+  virtual bool next(Frame& frame) = 0;
+
+  // Whether the filter lets the frame through, where next() does not leave it out already.
+  [[nodiscard]] virtual bool matches(const Frame& /*frame*/) const { return true; }
+};
+
+// Throws Failure when frames of this link type (DLT_...) cannot be decoded; `name` is what has them.
+void need_link_type(const std::string& name, int type);
+
 // One trace. Reading costs the same small memory for any trace.
-class Trace {
+class Trace : public Source {
  public:
   // Opens file `name`, "-" being standard input. Throws Failure when it is no trace of frames that can be decoded.
   // `before_wait` as Stream has it; `name` must stay as long as the trace.
@@ -34,10 +52,9 @@ class Trace {
 
   // From now on, matches() goes by this BPF expression. Throws Failure when libpcap does not understand it.
   void set_filter(const std::string& expression);
-  [[nodiscard]] bool matches(const Frame& frame) const;
+  [[nodiscard]] bool matches(const Frame& frame) const override;
 
-  // Takes the next frame; false at the end. Throws Failure where the trace is damaged.
-  bool next(Frame& frame);
+  bool next(Frame& frame) override;
 
  private:
   struct Close {

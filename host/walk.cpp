@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "device.hpp"
 #include "failure.hpp"
 
 namespace wirelines::host {
@@ -69,6 +70,11 @@ void module_message(std::int32_t /*code*/, const char* text, void* troubles) {
 class Merge {
  public:
   Merge(const InputOptions& options, Output& out, Troubles& troubles) : out_(out), troubles_(troubles) {
+    if (options.device) {
+      options.device->before_wait([this] { out_.flush(); });
+      add(std::make_unique<Reader>(Reader{options.device, {}, 0}));
+      return;
+    }
     const auto names = options.traces();
     refuse_too_many(names.size());
     for (const auto& name : names) open(name, options.filter);
@@ -86,11 +92,11 @@ class Merge {
   }
 
   // Whether the filter lets that frame through.
-  [[nodiscard]] bool matches() const { return current_->trace->matches(current_->frame); }
+  [[nodiscard]] bool matches() const { return current_->source->matches(current_->frame); }
 
  private:
   struct Reader {
-    std::unique_ptr<Trace> trace;
+    std::shared_ptr<Source> source;
     Frame frame;
     std::size_t order;
   };
@@ -124,7 +130,7 @@ class Merge {
   // Puts a trace back with its next frame, or closes it when there is none.
   void add(ReaderPtr reader) {
     try {
-      if (!reader->trace->next(reader->frame)) return;
+      if (!reader->source->next(reader->frame)) return;
     } catch (const Failure& failure) {
       return tell(failure);
     }
@@ -166,7 +172,10 @@ int walk(const InputOptions& options, Output& out, const std::function<void(cons
       visit(*frame);
       shown++;
     }
-    if (shown == 0 && troubles.exit_code() == 0 && !options.quiet) {
+    if (options.device) {
+      out.flush();
+      options.device->tell_counts(shown, "shown", options.quiet || out.error() == EPIPE);
+    } else if (shown == 0 && troubles.exit_code() == 0 && !options.quiet) {
       complain(read == 0 ? "there are no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");
     }
   }

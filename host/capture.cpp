@@ -1,0 +1,114 @@
+// wirelines capture: frames from an interface to files.
+#include <unistd.h>
+
+#include <array>
+#include <ctime>
+#include <memory>
+
+#include "commands.hpp"
+#include "device.hpp"
+#include "failure.hpp"
+#include "options.hpp"
+#include "recorder.hpp"
+#include "walk.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct CaptureOptions {
+  InputOptions input;
+  RecordOptions record;
+  std::uint64_t megabytes = 0;
+  bool list = false;
+};
+
+// eth0_20261121103000.pcap, in the current folder.
+std::string default_file(const std::string& interface) {
+  const auto now = std::time(nullptr);
+  std::tm local{};
+  std::array<char, 32> time{};
+  (void)std::strftime(time.data(), time.size(), "_%Y%m%d%H%M%S.pcap", localtime_r(&now, &local));
+  return interface + time.data();
+}
+
+int capture(CaptureOptions& options, Output& out) {
+  if (options.list) {
+    list_interfaces(out);
+    return finish(out, 0);
+  }
+  auto& record = options.record;
+  const auto& input = options.input;
+  Device device(input.live, input.filter, Device::Use::kRecord);
+  const bool dated = record.file.empty() && record.size == 0 && record.seconds == 0;
+  if (record.file.empty()) record.file = dated ? default_file(input.live.interface) : input.live.interface + ".pcap";
+
+  std::uint64_t frames = 0;
+  bool reader_gone = false;
+  int exit_code = 0;
+  try {
+    Recorder recorder(record, device.pcap());
+    if (!input.quiet && record.file != "-") complain("capturing to " + recorder.file_name() + "; Ctrl-C ends it");
+    device.before_wait([&recorder] { recorder.flush(); });
+    for (Frame frame{}; frames < input.count && !recorder.reader_gone() && device.next(frame); frames++) {
+      recorder.write(frame);
+    }
+    recorder.flush();
+    reader_gone = recorder.reader_gone();
+  } catch (const Failure& failure) {
+    complain(failure.what());
+    exit_code = failure.exit_code();
+  }
+  device.tell_counts(frames, "captured", input.quiet || reader_gone);
+  return exit_code;
+}
+
+void check(const CaptureOptions& options) {
+  if (options.list) return;
+  const auto& record = options.record;
+  const bool several = record.size > 0 || record.seconds > 0;
+  if (options.input.live.interface.empty()) {
+    throw CLI::RequiredError("-i NAME: the interface, one of those that -D lists,");
+  }
+  if (record.files > 0 && !several) {
+    throw CLI::ValidationError("--files", "needs --file-size or --file-seconds, which end a file");
+  }
+  if (record.file != "-") return;
+  if (several) throw CLI::ValidationError("-w", "standard output is only one file");
+  if (isatty(STDOUT_FILENO) != 0) {
+    throw CLI::ValidationError(
+        "-w", "standard output is a terminal; to see frames: wirelines list -i " + options.input.live.interface);
+  }
+}
+
+}  // namespace
+
+void add_capture(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("capture", "Capture from an interface to files");
+  auto options = std::make_shared<CaptureOptions>();
+  auto& record = options->record;
+  const auto add_number = [app](const std::string& name, std::uint64_t& value, const std::string& unit,
+                                const std::string& about) {
+    constexpr std::uint64_t kMost = 1'000'000'000;
+    app->add_option(name, value, about)->type_name(unit)->check(from_one_to(kMost));
+  };
+  add_live_options(*app, options->input.live, true);
+  app->add_option("-w,--write", record.file, "The file, - for standard output (default NAME_TIME.pcap)")
+      ->type_name("FILE");
+  add_number("--file-size", options->megabytes, "MB", "Begin another file, FILE_NUMBER_TIME, before this size");
+  add_number("--file-seconds", record.seconds, "N", "Begin another file after so many seconds");
+  add_number("--files", record.files, "N", "Keep so many files: the oldest is removed");
+  add_choice_options(*app, options->input);
+  app->add_flag("-D,--interfaces", options->list, "List the interfaces and end");
+  app->footer(
+      "Examples:\n"
+      "  wirelines capture -i eth0 -w trace.pcap -f 'port 53'\n"
+      "  wirelines capture -i eth0 --file-size 100 --files 10   the last 900 MB or more");
+  app->callback([&run, options] {
+    options->record.size = options->megabytes * 1'000'000;
+    check(*options);
+    run = [options](Output& out) { return capture(*options, out); };
+  });
+}
+
+}  // namespace wirelines::host
