@@ -49,7 +49,7 @@ void tsv_row(Output& out, std::string_view file, const Summary& summary) {
   each_field([&](const Field& field) {
     out.append('\t');
     if (summary.has(field.part)) {
-      field.put(out, summary);
+      put_value(out, field, summary);
     } else {
       out.append("\\N");
     }

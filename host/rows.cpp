@@ -8,6 +8,7 @@
 #include <cstddef>
 
 #include "packet.hpp"
+#include "summary.hpp"
 
 namespace wirelines::host {
 
@@ -188,14 +189,6 @@ const char* pppoe_code_name(std::uint8_t code) {
   }
 }
 
-// What counts of what the classifier found wrong: a checksum over bytes that were not captured says nothing; that of a
-// whole IPv4 header does.
-int errors_of(const Packet& packet) {
-  const int errors = packet.summary.errorFlags & ~kAnyError;
-  if (!packet.cut()) return errors;
-  return packet.whole_ip_options() ? errors & kIpError : 0;
-}
-
 }  // namespace
 
 void RowPrinter::row(const Frame& frame) {
@@ -253,7 +246,7 @@ void RowPrinter::address_columns(std::string_view source, std::string_view desti
 
 void RowPrinter::protocol_and_length(const Packet& packet) {
   const auto [name, family_color] = protocol_of(packet.summary);
-  const auto color = errors_of(packet) != 0 ? kBadColor : family_color;
+  const auto color = wrong_checksums(packet.frame, packet.lift, packet.summary) != 0 ? kBadColor : family_color;
   if (color_) out_.append(color);
   out_.append(name);
   if (color_ && !color.empty()) out_.append(kPlain);
@@ -296,7 +289,7 @@ void RowPrinter::verdicts(const Packet& packet) {
       {kTcpError, "TCP checksum wrong"},
       {kUdpError, "UDP checksum wrong"},
   };
-  const int errors = errors_of(packet);
+  const int errors = wrong_checksums(packet.frame, packet.lift, packet.summary);
   for (const auto& verdict : kVerdicts) {
     if ((errors & verdict.error) == 0) continue;
     out_.append(", ");

@@ -16,6 +16,7 @@ constexpr std::uint8_t kIcmp = 1;
 constexpr std::uint8_t kTcp = 6;
 constexpr std::uint8_t kIcmpV6 = 58;
 constexpr std::uint16_t kEtherTypeIp6 = 0x86DD;
+constexpr std::uint16_t kPppoeSession = 0x8864;
 
 // What a record holds before it is filled in: a field that still holds it was not written, or happens to have it.
 constexpr std::uint8_t kFill = 0xA5;
@@ -73,92 +74,141 @@ std::string_view network_name(std::uint32_t code) {
   }
 }
 
-void put_ip(Output& out, const std::uint8_t (&address)[4]) {
-  for (int i = 0; i < 4; i++) {
+void put_ip(Output& out, std::string_view address) {
+  for (std::size_t i = 0; i < address.size(); i++) {
     if (i > 0) out.append('.');
-    out.number(address[i]);
+    out.number(static_cast<std::uint8_t>(address[i]));
   }
 }
 
-void put_ip6(Output& out, const std::uint8_t (&address)[16]) {
+void put_ip6(Output& out, std::string_view address) {
   char text[INET6_ADDRSTRLEN];
-  out.append(inet_ntop(AF_INET6, address, text, sizeof text));
+  out.append(inet_ntop(AF_INET6, address.data(), text, sizeof text));
 }
 
-template <std::size_t N>
-void put_hex(Output& out, const std::uint8_t (&bytes)[N]) {
+void put_hex(Output& out, std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
-  for (const auto byte : bytes) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<std::uint8_t>(c);
     out.append(kDigits[byte >> 4]);
     out.append(kDigits[byte & 0x0F]);
   }
 }
 
+template <std::size_t N>
+std::string_view bytes(const std::uint8_t (&address)[N]) {
+  return {reinterpret_cast<const char*>(address), N};
+}
+
 using S = Summary;
 using T = FieldType;
+using V = FieldValue;
 
 constexpr Field kFrameFields[] = {
-    {"frame", T::kUInt64, S::kAlways, [](Output& o, const S& s) { o.number(s.frame.number); },
+    {"frame", T::kUInt64, S::kAlways, [](const S& s) { return V{s.frame.number}; },
      "Number of the frame, from 1, through all traces"},
-    {"offset", T::kUInt64, S::kAlways, [](Output& o, const S& s) { o.number(s.frame.offset); },
+    {"offset", T::kUInt64, S::kAlways, [](const S& s) { return V{s.frame.offset}; },
      "Offset of the frame's record in its (decompressed) trace, or of the blocks before it"},
-    {"time", T::kDateTime, S::kTime, [](Output& o, const S& s) { put_utc(o, whole_seconds(s.frame), ' '); },
+    {"time", T::kDateTime, S::kTime, [](const S& s) { return V{static_cast<std::uint64_t>(whole_seconds(s.frame))}; },
      "Second of the capture, in UTC; absent after 2105"},
-    {"nanoseconds", T::kUInt32, S::kAlways, [](Output& o, const S& s) { o.number(fraction(s.frame)); },
+    {"nanoseconds", T::kUInt32, S::kAlways, [](const S& s) { return V{fraction(s.frame)}; },
      "Nanoseconds within that second"},
-    {"length", T::kUInt32, S::kAlways, [](Output& o, const S& s) { o.number(s.frame.length); }, "Bytes captured"},
-    {"originalLength", T::kUInt32, S::kAlways, [](Output& o, const S& s) { o.number(s.frame.original_length); },
+    {"length", T::kUInt32, S::kAlways, [](const S& s) { return V{s.frame.length}; }, "Bytes captured"},
+    {"originalLength", T::kUInt32, S::kAlways, [](const S& s) { return V{s.frame.original_length}; },
      "Bytes that the frame had on the wire"},
 };
 
 constexpr Field kSummaryFields[] = {
-    {"frameKind", T::kUInt8, S::kFraming, [](Output& o, const S& s) { o.number(s.record.frameKind); },
+    {"frameKind", T::kUInt8, S::kFraming, [](const S& s) { return V{s.record.frameKind}; },
      "Framing: 1 raw 802.3, 2 LLC, 3 SNAP, 4 Ethernet II, 5 LLC of another format than UI or I"},
-    {"dsap", T::kUInt8, S::kSaps, [](Output& o, const S& s) { o.number(s.record.dsap); },
+    {"dsap", T::kUInt8, S::kSaps, [](const S& s) { return V{s.record.dsap}; },
      "Byte 14, unless the frame is Ethernet II"},
-    {"ssap", T::kUInt8, S::kSaps, [](Output& o, const S& s) { o.number(s.record.ssap); },
+    {"ssap", T::kUInt8, S::kSaps, [](const S& s) { return V{s.record.ssap}; },
      "Byte 15, unless the frame is Ethernet II"},
-    {"etherType", T::kUInt16, S::kEtherType, [](Output& o, const S& s) { o.number(s.record.etherType); },
+    {"etherType", T::kUInt16, S::kEtherType, [](const S& s) { return V{s.record.etherType}; },
      "Ethernet II type or SNAP protocol type"},
-    {"networkCode", T::kUInt16, S::kNetwork, [](Output& o, const S& s) { o.number(s.record.networkCode); },
+    {"networkCode", T::kUInt16, S::kNetwork, [](const S& s) { return V{s.record.networkCode}; },
      "Network protocol, a WIRELINES_NET number of wirelines.h"},
-    {"network", T::kName, S::kNetwork, [](Output& o, const S& s) { o.append(network_name(s.record.networkCode)); },
+    {"network", T::kName, S::kNetwork,
+     [](const S& s) {
+       return V{0, network_name(s.record.networkCode)};
+     },
      "Short name of networkCode"},
-    {"ipProtocol", T::kUInt8, S::kProtocol, [](Output& o, const S& s) { o.number(s.record.ipProtocol); },
+    {"ipProtocol", T::kUInt8, S::kProtocol, [](const S& s) { return V{s.record.ipProtocol}; },
      "IPv4 protocol, last IPv6 next-header value seen, or IPX packet type"},
-    {"dstIp", T::kIpText, S::kIp, [](Output& o, const S& s) { put_ip(o, s.record.dstIp); },
+    {"dstIp", T::kIpText, S::kIp,
+     [](const S& s) {
+       return V{0, bytes(s.record.dstIp)};
+     },
      "IPv4 destination, or target protocol address of ARP and RARP"},
-    {"dstIp6", T::kIp6Text, S::kIp6, [](Output& o, const S& s) { put_ip6(o, s.record.dstIp6); }, "IPv6 destination"},
-    {"dstPort", T::kUInt16, S::kPorts, [](Output& o, const S& s) { o.number(s.record.dstPort); },
+    {"dstIp6", T::kIp6Text, S::kIp6,
+     [](const S& s) {
+       return V{0, bytes(s.record.dstIp6)};
+     },
+     "IPv6 destination"},
+    {"dstPort", T::kUInt16, S::kPorts, [](const S& s) { return V{s.record.dstPort}; },
      "TCP or UDP; 0 for IPv4 fragments and other IPv6 payloads"},
-    {"srcPort", T::kUInt16, S::kPorts, [](Output& o, const S& s) { o.number(s.record.srcPort); }, "Likewise"},
-    {"srcIp", T::kIpText, S::kIp, [](Output& o, const S& s) { put_ip(o, s.record.srcIp); },
+    {"srcPort", T::kUInt16, S::kPorts, [](const S& s) { return V{s.record.srcPort}; }, "Likewise"},
+    {"srcIp", T::kIpText, S::kIp,
+     [](const S& s) {
+       return V{0, bytes(s.record.srcIp)};
+     },
      "IPv4 source, or sender protocol address of ARP and RARP"},
-    {"srcIp6", T::kIp6Text, S::kIp6, [](Output& o, const S& s) { put_ip6(o, s.record.srcIp6); }, "IPv6 source"},
-    {"ipxDstNet", T::kHex8, S::kIpx, [](Output& o, const S& s) { put_hex(o, s.record.ipxDstNet); },
+    {"srcIp6", T::kIp6Text, S::kIp6,
+     [](const S& s) {
+       return V{0, bytes(s.record.srcIp6)};
+     },
+     "IPv6 source"},
+    {"ipxDstNet", T::kHex8, S::kIpx,
+     [](const S& s) {
+       return V{0, bytes(s.record.ipxDstNet)};
+     },
      "IPX destination network"},
-    {"ipxDstNode", T::kHex12, S::kIpx, [](Output& o, const S& s) { put_hex(o, s.record.ipxDstNode); },
+    {"ipxDstNode", T::kHex12, S::kIpx,
+     [](const S& s) {
+       return V{0, bytes(s.record.ipxDstNode)};
+     },
      "IPX destination node"},
-    {"ipxDstSocket", T::kUInt16, S::kIpx, [](Output& o, const S& s) { o.number(s.record.ipxDstSocket); },
+    {"ipxDstSocket", T::kUInt16, S::kIpx, [](const S& s) { return V{s.record.ipxDstSocket}; },
      "IPX destination socket"},
-    {"ipxSrcNet", T::kHex8, S::kIpx, [](Output& o, const S& s) { put_hex(o, s.record.ipxSrcNet); },
+    {"ipxSrcNet", T::kHex8, S::kIpx,
+     [](const S& s) {
+       return V{0, bytes(s.record.ipxSrcNet)};
+     },
      "IPX source network"},
-    {"ipxSrcNode", T::kHex12, S::kIpx, [](Output& o, const S& s) { put_hex(o, s.record.ipxSrcNode); },
+    {"ipxSrcNode", T::kHex12, S::kIpx,
+     [](const S& s) {
+       return V{0, bytes(s.record.ipxSrcNode)};
+     },
      "IPX source node"},
-    {"ipxSrcSocket", T::kUInt16, S::kIpx, [](Output& o, const S& s) { o.number(s.record.ipxSrcSocket); },
-     "IPX source socket"},
-    {"typeCode", T::kUInt8, S::kType, [](Output& o, const S& s) { o.number(s.record.typeCode); },
+    {"ipxSrcSocket", T::kUInt16, S::kIpx, [](const S& s) { return V{s.record.ipxSrcSocket}; }, "IPX source socket"},
+    {"typeCode", T::kUInt8, S::kType, [](const S& s) { return V{s.record.typeCode}; },
      "TCP flags, ICMP or ICMPv6 type, low byte of the ARP or RARP operation, or PPPoE discovery code"},
-    {"networkOffset", T::kUInt16, S::kNetworkOffset, [](Output& o, const S& s) { o.number(s.record.networkOffset); },
+    {"networkOffset", T::kUInt16, S::kNetworkOffset, [](const S& s) { return V{s.record.networkOffset}; },
      "Offset of the IPv4 or IPv6 header, or of the packet in a PPPoE session, in the frame"},
-    {"transportOffset", T::kUInt16, S::kTransportOffset,
-     [](Output& o, const S& s) { o.number(s.record.transportOffset); },
+    {"transportOffset", T::kUInt16, S::kTransportOffset, [](const S& s) { return V{s.record.transportOffset}; },
      "Offset of what the IPv4 or IPv6 header carries; absent when it was not looked for"},
-    {"errorFlags", T::kUInt8, S::kErrors, [](Output& o, const S& s) { o.number(s.record.errorFlags); },
+    {"errorFlags", T::kUInt8, S::kErrors, [](const S& s) { return V{s.record.errorFlags}; },
      "Wrong checksums: 128 with any, 1 IPv4 header, 2 ICMP or ICMPv6, 4 TCP, 8 UDP; absent when none was found"},
 };
 
 }  // namespace
+
+std::uint32_t network_offset(const PacketSummary& record) {
+  const bool short_offset = record.frameKind == WIRELINES_SNAP && record.etherType == kPppoeSession;
+  return record.networkOffset + (short_offset ? 3U : 0U);
+}
+
+int wrong_checksums(const Frame& frame, const Lift& lift, const PacketSummary& record) {
+  constexpr int kAnyError = 0x80;
+  const int errors = record.errorFlags & ~kAnyError;
+  if (errors == 0 || frame.length >= frame.original_length) return errors;
+  const auto captured = static_cast<std::uint32_t>(lift.length());
+  auto end = network_offset(record);
+  const bool in_ip = record.networkCode == WIRELINES_NET_IP6 && record.etherType != kEtherTypeIp6;
+  if (!in_ip && captured > end) end += (lift.data()[end] & 0x0FU) * 4;
+  return captured >= end ? errors & WIRELINES_BAD_IP & ~kAnyError : 0;
+}
 
 std::span<const Field> frame_fields() {
   return kFrameFields;
@@ -168,11 +218,27 @@ std::span<const Field> summary_fields() {
   return kSummaryFields;
 }
 
+void put_value(Output& out, const Field& field, const Summary& summary) {
+  const auto value = field.get(summary);
+  switch (field.type) {
+    case T::kUInt8:
+    case T::kUInt16:
+    case T::kUInt32:
+    case T::kUInt64: out.number(value.number); break;
+    case T::kDateTime: put_utc(out, static_cast<std::int64_t>(value.number), ' '); break;
+    case T::kName: out.append(value.bytes); break;
+    case T::kIpText: put_ip(out, value.bytes); break;
+    case T::kIp6Text: put_ip6(out, value.bytes); break;
+    case T::kHex8:
+    case T::kHex12: put_hex(out, value.bytes); break;
+  }
+}
+
 void put_member(Output& out, const Field& field, const Summary& summary) {
   out.append('"');
   out.append(field.name);
   out.append(is_text(field.type) ? "\":\"" : "\":");
-  field.put(out, summary);
+  put_value(out, field, summary);
   if (is_text(field.type)) out.append('"');
 }
 
@@ -186,6 +252,7 @@ Summary::Summary(const Frame& its_frame, const Lift& lift)
   const bool arp = record.networkCode == WIRELINES_NET_ARP || record.networkCode == WIRELINES_NET_RARP;
   if ((parts_ & (kIp | kIp6 | kIpx)) != 0 && !arp) parts_ |= kProtocol;
   if (whole_seconds(frame) <= std::numeric_limits<std::uint32_t>::max()) parts_ |= kTime;
+  wrong_checksums_ = host::wrong_checksums(frame, lift, record);
   lift.correct(record);
 }
 

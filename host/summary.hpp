@@ -40,6 +40,9 @@ class Summary {
 
   [[nodiscard]] bool has(Part part) const { return (parts_ & part) == part; }
 
+  // What wrong_checksums() says of it.
+  [[nodiscard]] int wrong_checksums() const { return wrong_checksums_; }
+
   const Frame& frame;
   PacketSummary record;
 
@@ -47,21 +50,38 @@ class Summary {
   [[nodiscard]] unsigned possible_parts() const;
 
   unsigned parts_;
+  int wrong_checksums_;
 };
 
+// Where the network header of a record that CheckPacket filled in begins: its own offset is three bytes short in a
+// PPPoE session over SNAP.
+std::uint32_t network_offset(const PacketSummary& record);
+
+// The checksums that are wrong, as errorFlags has them but without 0x80: over bytes that were not captured a checksum
+// says nothing, except that of a whole IPv4 header. `record` is what CheckPacket filled in for `lift`.
+int wrong_checksums(const Frame& frame, const Lift& lift, const PacketSummary& record);
+
 enum class FieldType { kUInt8, kUInt16, kUInt32, kUInt64, kDateTime, kName, kIpText, kIp6Text, kHex8, kHex12 };
+
+struct FieldValue {
+  std::uint64_t number = 0;
+  std::string_view bytes = {};  // of a name or an address; good as long as the summary
+};
 
 struct Field {
   std::string_view name;
   FieldType type;
   Summary::Part part;
-  void (*put)(Output& out, const Summary& summary);  // without quotes; nothing in it needs an escape
+  FieldValue (*get)(const Summary& summary);  // of a summary that has the part
   std::string_view about;
 };
 
 [[nodiscard]] constexpr bool is_text(FieldType type) {
   return type >= FieldType::kDateTime;
 }
+
+// The value without quotes; nothing in it needs an escape.
+void put_value(Output& out, const Field& field, const Summary& summary);
 
 // "name":value, as JSON has it.
 void put_member(Output& out, const Field& field, const Summary& summary);
