@@ -5,6 +5,7 @@
 #include "commands.hpp"
 #include "failure.hpp"
 #include "json_text.hpp"
+#include "names.hpp"
 #include "summary.hpp"
 #include "walk.hpp"
 
@@ -19,6 +20,7 @@ enum class Schema { kNone, kClickHouse, kJson };
 
 struct ClassifyOptions {
   InputOptions input;
+  NameOptions names;  // rows have none, but display filters may ask for them
   Form form = Form::kTsv;
   Schema schema = Schema::kNone;
 };
@@ -144,6 +146,7 @@ int classify(const ClassifyOptions& options, Output& out) {
     options.schema == Schema::kJson ? json_schema(out) : clickhouse_schema(out);
     return finish(out, 0);
   }
+  if (options.input.display_filter) load_names(options.names, options.input.traces());
   const bool tsv = options.form == Form::kTsv;
   Lift lift(options.input.lift_tags);
   std::map<const std::string*, std::string> files;  // their names as they are written
@@ -179,7 +182,9 @@ void add_classify(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("classify", "Write a row a frame, for databases");
   auto options = std::make_shared<ClassifyOptions>();
   add_input_options(*app, options->input);
+  add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
+  add_name_file_options(*app, options->names);
   add_choice<Form>(*app, "-T", options->form, {"tsv", Form::kTsv}, {"jsonl", Form::kJsonl},
                    "Form of the rows: tab-separated, or JSON");
   add_choice<Schema>(*app, "--schema", options->schema, {"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson},

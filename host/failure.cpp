@@ -4,6 +4,8 @@
 
 #include <system_error>
 
+#include "text.hpp"
+
 namespace wirelines::host {
 
 std::string printable(std::string_view text) {
@@ -18,10 +20,19 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+// In code page 932 a text has as many bytes as columns.
+std::string pointed_at(std::string_view text, std::size_t position) {
+  return "  " + printable(text) + "\n  " + std::string(line_bytes(text.substr(0, position)).size(), ' ') + "^\n";
+}
+
 void complain(std::string_view message) {
-  const auto line = "wirelines: " + printable(message) + "\n";
+  complain_of(Failure(0, std::string(message)));
+}
+
+void complain_of(const Failure& failure) {
+  const auto text = "wirelines: " + printable(failure.what()) + "\n" + failure.below();
   // Nobody is left to be told when standard error itself cannot be written.
-  [[maybe_unused]] const auto written = write(STDERR_FILENO, line.data(), line.size());
+  [[maybe_unused]] const auto written = write(STDERR_FILENO, text.data(), text.size());
 }
 
 std::string in_quotes(std::string_view text) {

@@ -30,6 +30,7 @@ void add_list(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("list", "List the frames of traces, one a line");
   auto options = std::make_shared<ListOptions>();
   add_input_options(*app, options->input);
+  add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);

@@ -79,7 +79,7 @@ int run_program(int argc, char** argv) {
     complain(std::string(error.what()) + " (see " + command + " --help)");
     return EX_USAGE;
   } catch (const Failure& failure) {
-    complain(failure.what());
+    complain_of(failure);
     return failure.exit_code();
   }
 }

@@ -135,6 +135,21 @@ void add_lift_option(CLI::App& app, InputOptions& options) {
       "--no-lift", [&options] { options.lift_tags = false; }, "Show a frame with VLAN tags as the data it carries");
 }
 
+void add_display_filter_option(CLI::App& app, InputOptions& options) {
+  app.add_option_function<std::string>(
+         "-Y,--display-filter",
+         [&options](const std::string& text) {
+           try {
+             options.display_filter.emplace(text);
+           } catch (const FilterError& error) {
+             throw Failure(EX_USAGE, std::string("--display-filter: ") + error.what(),
+                           pointed_at(text, error.position()));
+           }
+         },
+         "Only frames that this display filter lets through")
+      ->type_name("EXPR");
+}
+
 void add_utc_option(CLI::App& app) {
   app.add_flag_callback(
       "--utc",

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "device.hpp"
+#include "filter.hpp"
 #include "frame_range.hpp"
 
 namespace wirelines::host {
@@ -24,7 +26,8 @@ struct InputOptions {
   std::shared_ptr<Device> device;  // null: not live
   FrameRanges frames;
   std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
-  std::string filter;         // a BPF expression; empty: every frame
+  std::string filter;  // a BPF expression; empty: every frame
+  std::optional<Filter> display_filter;
   bool lift_tags = true;      // decode what follows VLAN tags
   std::uint32_t charset = 0;  // as AnalyzeOutput takes it
   bool quiet = false;
@@ -48,6 +51,9 @@ void add_charset_option(CLI::App& app, InputOptions& options);
 
 // --no-lift, for the commands that look into frames.
 void add_lift_option(CLI::App& app, InputOptions& options);
+
+// -Y, likewise.
+void add_display_filter_option(CLI::App& app, InputOptions& options);
 
 // --utc: takes effect at once, for the library's time line and for our own.
 void add_utc_option(CLI::App& app);

@@ -44,6 +44,7 @@ void add_show(CLI::App& program, Run& run) {
   auto options = std::make_shared<ShowOptions>();
   add_input_options(*app, options->input);
   add_charset_option(*app, options->input);
+  add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);

@@ -49,6 +49,7 @@ void add_stats(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("stats", "Sum up traces: protocols, talkers, ports, checksums");
   auto options = std::make_shared<StatsOptions>();
   add_input_options(*app, options->input);
+  add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
   add_name_options(*app, options->names);
   add_utc_option(*app);

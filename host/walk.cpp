@@ -160,6 +160,11 @@ int walk(const InputOptions& options, Output& out, const std::function<void(cons
     Progress progress(options.quiet);
     std::uint64_t read = 0;
     std::uint64_t shown = 0;
+    FilterScratch scratch(options.lift_tags, options.charset);
+    const auto wanted = [&](const Frame& frame) {
+      return options.frames.contains(frame.number) && traces.matches() &&
+             (!options.display_filter || options.display_filter->matches(frame, scratch));
+    };
     const auto done = [&] {
       return shown == options.count || options.frames.ends_before(read + 1) || out.error() != 0;
     };
@@ -168,7 +173,7 @@ int walk(const InputOptions& options, Output& out, const std::function<void(cons
       if (frame == nullptr) break;
       frame->number = ++read;
       progress.frame(read);
-      if (!options.frames.contains(read) || !traces.matches()) continue;
+      if (!wanted(*frame)) continue;
       visit(*frame);
       shown++;
     }
