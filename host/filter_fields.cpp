@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "labels.hpp"
+#include "plain.hpp"
 
 namespace wirelines::host {
 
