@@ -272,7 +272,7 @@ class Parser {
     return *wanted;
   }
 
-  std::optional<Wanted> text_value(const Node& node) {
+  [[nodiscard]] std::optional<Wanted> text_value(const Node& node) const {
     const auto& field = *node.field;
     if (field.type == FilterType::kTime) return time_of(next_.text);
     if (field.type != FilterType::kText && field.names == FilterNames::kNone) return std::nullopt;
