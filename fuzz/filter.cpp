@@ -62,9 +62,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::string text(reinterpret_cast<const char*>(data), size);
   const auto filter = parsed(text);
+  if (!filter) return 0;  // "a) or (b" has a negation all the same
   const auto negated = parsed("!(" + text + ")");
-  must(filter || !negated, "the negation alone was understood");
-  if (!negated) return 0;  // nested too deep already, perhaps
+  if (!negated) return 0;  // nested too deep now
   std::uint64_t number = 0;
   for (const auto& bytes : kFrames) {
     const auto length = static_cast<std::uint32_t>(bytes.size());
