@@ -43,23 +43,25 @@ int capture(CaptureOptions& options, Output& out) {
   const bool dated = record.file.empty() && record.size == 0 && record.seconds == 0;
   if (record.file.empty()) record.file = dated ? default_file(input.live.interface) : input.live.interface + ".pcap";
 
+  Recorder recorder(record, device.pcap());
+  if (!input.quiet && record.file != "-") complain("capturing to " + recorder.file_name() + "; Ctrl-C ends it");
+
   std::uint64_t frames = 0;
-  bool reader_gone = false;
   int exit_code = 0;
   try {
-    Recorder recorder(record, device.pcap());
-    if (!input.quiet && record.file != "-") complain("capturing to " + recorder.file_name() + "; Ctrl-C ends it");
-    device.before_wait([&recorder] { recorder.flush(); });
+    device.before_wait([&recorder] {
+      recorder.flush();
+      return !recorder.reader_gone();
+    });
     for (Frame frame{}; frames < input.count && !recorder.reader_gone() && device.next(frame); frames++) {
       recorder.write(frame);
     }
     recorder.flush();
-    reader_gone = recorder.reader_gone();
   } catch (const Failure& failure) {
     complain(failure.what());
     exit_code = failure.exit_code();
   }
-  device.tell_counts(frames, "captured", input.quiet || reader_gone);
+  device.tell_counts(frames, "captured", input.quiet || recorder.reader_gone());
   return exit_code;
 }
 

@@ -11,6 +11,7 @@
 #include <array>
 #include <climits>
 #include <csignal>
+#include <thread>
 #include <utility>
 
 #include "rights.hpp"
@@ -164,10 +165,14 @@ bool Device::next(Frame& frame) {
     notice_end();
     const int result = pcap_next_ex(pcap_.get(), &header, &data);
     if (result == 1) break;
-    if (result != 0) {
-      throw Failure(EX_NOINPUT, options_.interface + ": the capture ended: " + pcap_geterr(pcap_.get()));
+    if (result < 0) {
+      if (std::exchange(failed_, true)) {
+        throw Failure(EX_NOINPUT, options_.interface + ": the capture ended: " + pcap_geterr(pcap_.get()));
+      }
+      std::this_thread::sleep_for(kBlockTime * 2);  // for the frames from before, which the kernel still holds
+    } else if (!wait()) {
+      return false;
     }
-    if (!wait()) return false;
   }
   const auto fraction = header->ts.tv_usec * (nanoseconds_ ? 1 : 1000);
   if (ending_ && (std::chrono::seconds(header->ts.tv_sec) + std::chrono::nanoseconds(fraction) > last_frame_time_ ||
@@ -200,7 +205,7 @@ void Device::notice_end() {
 // False when nothing is to be waited for any more. libpcap would wait for ever for an interface that went down.
 bool Device::wait() {
   constexpr std::chrono::nanoseconds kLook = std::chrono::seconds(1);
-  before_wait_();
+  if (!before_wait_()) return false;
   std::chrono::nanoseconds time = kBlockTime * 2;
   if (!ending_) time = std::min(kLook, std::max<std::chrono::nanoseconds>(end_ - std::chrono::steady_clock::now(), {}));
   const int fd = pcap_get_selectable_fd(pcap_.get());

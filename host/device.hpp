@@ -36,8 +36,9 @@ class Device : public Source {
   // also when the frames cannot be decoded. `options` must stay as long as the device.
   Device(const LiveOptions& options, const std::string& filter, Use use);
 
-  // Calls this whenever no frame is there at the moment: the time to show what there was.
-  void before_wait(std::function<void()> call) { before_wait_ = std::move(call); }
+  // Calls this whenever no frame is there at the moment: the time to show what there was. It returns whether more are
+  // wanted.
+  void before_wait(std::function<bool()> call) { before_wait_ = std::move(call); }
 
   // Waits for the next frame; false at the end. What came before the end was asked for is still handed out. Throws
   // Failure when the interface goes away.
@@ -66,9 +67,10 @@ class Device : public Source {
   std::unique_ptr<pcap_t, Close> pcap_;
   unsigned index_ = 0;  // of the interface; 0 for any and the like, which cannot go down
   bool nanoseconds_ = false;
-  std::function<void()> before_wait_ = [] {};
+  std::function<bool()> before_wait_ = [] { return true; };
   std::uint64_t number_ = 0;  // of the last frame
 
+  bool failed_ = false;
   SteadyTime end_ = SteadyTime::max();  // --seconds
   bool ending_ = false;
   std::chrono::nanoseconds last_frame_time_{};  // when ending: frames after it are not wanted

@@ -40,7 +40,7 @@ void add_list(CLI::App& program, Run& run) {
       "wire and a note.\n"
       "Examples:\n"
       "  wirelines list trace.pcap | grep checksum  frames with a wrong checksum\n"
-      "  tcpdump -w - -U | wirelines list -         frames as they come");
+      "  wirelines list -i eth0 -f 'not port 22'    frames as they come");
   app->callback([&run, options] { run = [options](Output& out) { return list(*options, out); }; });
 }
 

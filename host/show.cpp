@@ -53,7 +53,7 @@ void add_show(CLI::App& program, Run& run) {
   app->footer(
       "Examples:\n"
       "  wirelines show -N 12 trace.pcap            frame 12\n"
-      "  tcpdump -w - -U | wirelines show -         frames as they come");
+      "  wirelines show -i eth0 -f 'port 53'        frames as they come");
   app->callback([&run, options] { run = [options](Output& out) { return show(*options, out); }; });
 }
 

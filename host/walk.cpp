@@ -71,7 +71,10 @@ class Merge {
  public:
   Merge(const InputOptions& options, Output& out, Troubles& troubles) : out_(out), troubles_(troubles) {
     if (options.device) {
-      options.device->before_wait([this] { out_.flush(); });
+      options.device->before_wait([this] {
+        out_.flush();
+        return out_.error() == 0;
+      });
       add(std::make_unique<Reader>(Reader{options.device, {}, 0}));
       return;
     }
