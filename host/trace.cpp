@@ -47,10 +47,11 @@ void need_link_type(const std::string& name, int type) {
   if (can_lift(type)) return;
   const char* type_name = pcap_datalink_val_to_name(type);
   const char* description = pcap_datalink_val_to_description(type);
-  throw Failure(EX_DATAERR, name + ": link type " + (type_name != nullptr ? type_name : std::to_string(type)) +
-                                (description != nullptr ? " (" + std::string(description) + ")" : "") +
-                                " cannot be decoded, only Ethernet, Linux cooked captures, raw IP, PPP and BSD loopback; "
-                                "capture on an Ethernet interface");
+  throw Failure(EX_DATAERR,
+                name + ": link type " + (type_name != nullptr ? type_name : std::to_string(type)) +
+                    (description != nullptr ? " (" + std::string(description) + ")" : "") +
+                    " cannot be decoded, only Ethernet, Linux cooked captures, raw IP, PPP and BSD loopback; "
+                    "capture on an Ethernet interface");
 }
 
 Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_(name) {
