@@ -149,7 +149,8 @@ struct Protocol {
   std::string_view color;  // that of its family; empty for those without one
 };
 
-Protocol protocol_of(const PacketSummary& summary) {
+Protocol protocol_of(const Packet& packet) {
+  const auto& summary = packet.summary;
   switch (summary.networkCode) {
     case WIRELINES_NET_IP:
     case WIRELINES_NET_IP_FRAGMENT:
@@ -169,7 +170,7 @@ Protocol protocol_of(const PacketSummary& summary) {
     case WIRELINES_NET_XNS: return {"XNS", kNetwareColor};
     case WIRELINES_NET_APPLETALK: return {"AppleTalk", kNetwareColor};
     case WIRELINES_NET_AARP: return {"AARP", kNetwareColor};
-    case WIRELINES_NET_PPPOE: return {"PPPoE", kPppColor};
+    case WIRELINES_NET_PPPOE: return {packet.lift.in_session() ? "PPP" : "PPPoE", kPppColor};
     case WIRELINES_NET_LCP: return {"LCP", kPppColor};
     case WIRELINES_NET_CHAP: return {"CHAP", kPppColor};
     case WIRELINES_NET_PAP: return {"PAP", kPppColor};
@@ -245,7 +246,7 @@ void RowPrinter::address_columns(std::string_view source, std::string_view desti
 }
 
 void RowPrinter::protocol_and_length(const Packet& packet) {
-  const auto [name, family_color] = protocol_of(packet.summary);
+  const auto [name, family_color] = protocol_of(packet);
   const auto color = wrong_checksums(packet.frame, packet.lift, packet.summary) != 0 ? kBadColor : family_color;
   if (color_) out_.append(color);
   out_.append(name);

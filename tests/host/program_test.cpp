@@ -78,6 +78,7 @@ TEST_F(Program, options) {
   folder_.file("tagged.pcap", pcap_header() + pcap_record(tagged, 1714557600, 0, 34));
   const auto datagram = std::string("\x45\x00\x00\x14\x00\x00\x00\x00\x40\x3B\x11\x11", 12) + std::string(8, '\1');
   folder_.file("raw.pcap", pcap_header({}, 101) + pcap_record(datagram, 1, 0, 20));
+  folder_.file("ppp.pcap", pcap_header({}, 9) + pcap_record("\xFF\x03\x80\xFD\x01\x01\x01\x04", 1, 0, 8));
   folder_.file("bad.pcap", pcap_header({}, 101) + pcap_record(datagram, 1, 0, 20) + pcap_record(datagram, 2, 0, 21));
   const std::string numbers = " | grep -o '^Frame [0-9]*' | tr -dc '0-9'";
   const std::string source = " | grep -m1 'Source'";
@@ -118,6 +119,7 @@ TEST_F(Program, options) {
       {"or left alone", "$W show --no-lift tagged.pcap | grep -c -e VLAN -e '\\[Protocol Type\\] 0x8100'", "1\n"},
       {"VLANs in the list", "$W list -n tagged.pcap | cut -c 23-",
        "0a:0b:0c:0d:0e:0f 01:02:03:04:05:06 Ether    34 EtherType 0x88B5, VLAN 5\n"},
+      {"a PPP link has no session to list", "$W list -n ppp.pcap | cut -c 59-", "PPP       8 PPP 0x80FD\n"},
       {"a verdict of a cut frame has no colour", "$W show --color always bad.pcap | grep -o '(NG).*' | tr '\\33' '^'",
        "(NG)^[0m\n(NG)\n"},
       {"no names", "$W show -n --names names $T" + source, "  [Source Address] 0A0B0C0D0E0F \n"},
