@@ -1,6 +1,7 @@
 """What the manual and the examples show is what they do."""
 
 import os
+import shutil
 import subprocess
 import sys
 import unittest
@@ -25,6 +26,10 @@ class Docs(unittest.TestCase):
 
     def test_protocols(self):
         self.check("docs/protocols.md")
+
+    @unittest.skipUnless(shutil.which("jq"), "jq is not installed")
+    def test_jq(self):
+        self.check("docs/jq.md")
 
     def test_host(self):
         wanted = (support.PROJECT / "tests/python/python_host.txt").read_text("utf-8")
