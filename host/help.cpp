@@ -35,7 +35,8 @@ std::string HelpFormatter::make_help(const CLI::App* app, std::string name, CLI:
   std::string text = app->get_description() + "\nUsage: " + name + arguments(*app) + "\n";
   for (const bool positional : {true, false}) {
     for (const auto* option : app->get_options()) {
-      if (option->get_positional() == positional && option != app->get_help_ptr()) text += row(*option);
+      const bool listed = option != app->get_help_ptr() && !option->get_group().empty();
+      if (listed && option->get_positional() == positional) text += row(*option);
     }
   }
   for (const auto* command : app->get_subcommands({})) {

@@ -67,8 +67,8 @@ std::vector<std::string> InputOptions::traces() const {
 }
 
 void add_input_options(CLI::App& app, InputOptions& options) {
-  app.add_option("FILE", options.files, "Traces: pcap, pcapng, .gz, .zst; - is standard input")->type_name("");
-  app.add_option("-r,--read", options.read_files, "A trace, as FILE")->type_name("FILE")->allow_extra_args(false);
+  app.add_option("FILE", options.files, "Traces (or -r FILE): pcap, pcapng, .gz, .zst; - is stdin")->type_name("");
+  app.add_option("-r,--read", options.read_files)->type_name("FILE")->allow_extra_args(false)->group("");
   add_live_options(app, options.live, false);
   app.parse_complete_callback([&app, &options] {
     if (app.remaining_size() > 0) return;  // an error, told soon
