@@ -30,7 +30,8 @@ class Chunk {
   // A bit for each byte that is not plain; bytes in front of the first.
   [[nodiscard]] std::uint32_t unplain() const {
     // Moved by this much, the plain bytes are the smallest signed ones.
-    const auto moved = _mm_add_epi8(bytes_, _mm_set1_epi8(0x60));
+    using Unsigned [[gnu::vector_size(kSize)]] = unsigned char;
+    const auto moved = reinterpret_cast<__m128i>(reinterpret_cast<Unsigned>(bytes_) + 0x60);
     return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpgt_epi8(moved, _mm_set1_epi8(0x7E + 0x60 - 0x100))));
   }
   static std::size_t first(std::uint32_t unplain) { return static_cast<std::size_t>(std::countr_zero(unplain)); }

@@ -291,9 +291,9 @@ class Writer {
   }
 
  private:
-  char* put(Parens value) const { return put_parens(to_, value.text, room_); }
-  char* put(Bytes value) const { return put_text(to_, value.text(), room_); }
-  char* put(std::string_view value) const { return put_text(to_, value, room_); }
+  [[nodiscard]] char* put(Parens value) const { return put_parens(to_, value.text, room_); }
+  [[nodiscard]] char* put(Bytes value) const { return put_text(to_, value.text(), room_); }
+  [[nodiscard]] char* put(std::string_view value) const { return put_text(to_, value, room_); }
 
   char* to_;
   const char* text_;
