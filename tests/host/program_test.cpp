@@ -161,7 +161,8 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W shw $T", 64,
        "wirelines: 'shw' is not a subcommand; there are: show, list, dump, stats, names, json, classify, capture\n"},
       {"$W trace.pcap", 64,
-       "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump, stats, names, json, classify, capture. To see "
+       "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump, stats, names, json, classify, "
+       "capture. To see "
        "that trace: "},
       {"$W show --colour $T", 64, "wirelines: The following argument was not expected: --colour"},
       {"$W show -N 5-3 $T", 64, "wirelines: --frames: '5-3' ends before it begins"},
