@@ -141,23 +141,34 @@ void json_schema(Output& out) {
   out.append("],\n  \"additionalProperties\": false\n}\n");
 }
 
+class RowWriter : public Visitor {
+ public:
+  RowWriter(Output& out, const ClassifyOptions& options)
+      : out_(out), tsv_(options.form == Form::kTsv), lift_(options.input.lift_tags) {}
+
+  void visit(const Frame& frame) override {
+    auto& file = files_[frame.trace];
+    if (file.empty()) file = tsv_ ? tsv_string(*frame.trace) : json_string(*frame.trace);
+    lift_.take(frame);
+    const Summary summary(frame, lift_);
+    tsv_ ? tsv_row(out_, file, summary) : json_row(out_, file, summary);
+  }
+
+ private:
+  Output& out_;
+  bool tsv_;
+  Lift lift_;
+  std::map<const std::string*, std::string> files_;  // their names as they are written
+};
+
 int classify(const ClassifyOptions& options, Output& out) {
   if (options.schema != Schema::kNone) {
     options.schema == Schema::kJson ? json_schema(out) : clickhouse_schema(out);
     return finish(out, 0);
   }
   if (options.input.display_filter) load_names(options.names, options.input.traces());
-  const bool tsv = options.form == Form::kTsv;
-  Lift lift(options.input.lift_tags);
-  std::map<const std::string*, std::string> files;  // their names as they are written
-  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    auto& file = files[frame.trace];
-    if (file.empty()) file = tsv ? tsv_string(*frame.trace) : json_string(*frame.trace);
-    lift.take(frame);
-    const Summary summary(frame, lift);
-    tsv ? tsv_row(out, file, summary) : json_row(out, file, summary);
-  });
-  return finish(out, exit_code);
+  const auto writer = [&options](Output& to) { return std::make_unique<RowWriter>(to, options); };
+  return finish(out, walk(options.input, out, {writer, {}}));
 }
 
 // One of two words.
@@ -182,6 +193,7 @@ void add_classify(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("classify", "Write a row a frame, for databases");
   auto options = std::make_shared<ClassifyOptions>();
   add_input_options(*app, options->input);
+  add_jobs_option(*app, options->input);
   add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
   add_name_file_options(*app, options->names);

@@ -15,17 +15,26 @@ struct DumpOptions {
   ColorOption color;
 };
 
-int dump(const DumpOptions& options, Output& out) {
-  Lines lines;
-  LinePrinter printer(out, options.color.wanted());
-  const bool several = options.input.traces().size() > 1;
+class Dumper : public Visitor {
+ public:
+  Dumper(Output& out, const DumpOptions& options)
+      : printer_(out, options.color.wanted()), charset_(options.input.charset) {}
 
-  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    lines.dump(frame, options.input.charset);
-    printer.frame(frame, several);
-    printer.lines(lines);
-  });
-  return finish(out, exit_code);
+  void visit(const Frame& frame) override {
+    lines_.dump(frame, charset_);
+    printer_.frame(frame);
+    printer_.lines(lines_);
+  }
+
+ private:
+  Lines lines_;
+  LinePrinter printer_;
+  std::uint32_t charset_;
+};
+
+int dump(const DumpOptions& options, Output& out) {
+  const auto dumper = [&options](Output& to) { return std::make_unique<Dumper>(to, options); };
+  return finish(out, walk(options.input, out, {dumper, frame_gap(options.input, options.color.wanted())}));
 }
 
 }  // namespace
@@ -34,6 +43,7 @@ void add_dump(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("dump", "Show the bytes of frames in hexadecimal and as text");
   auto options = std::make_shared<DumpOptions>();
   add_input_options(*app, options->input);
+  add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_utc_option(*app);
   options->color.add(*app);

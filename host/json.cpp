@@ -117,40 +117,57 @@ class LineObjects {
   bool first_ = true;
 };
 
-int json(const JsonOptions& options, Output& out) {
-  load_names(options.names, options.input.traces());
-  Lines lines(options.input.lift_tags);
-  Lift lift(options.input.lift_tags);
-  LineObjects objects(out);
-  const bool several = options.input.traces().size() > 1;
-  std::map<const std::string*, std::string> files;  // their names as they are written
+class JsonWriter : public Visitor {
+ public:
+  JsonWriter(Output& out, const JsonOptions& options)
+      : out_(out),
+        options_(options),
+        several_(options.input.traces().size() > 1),
+        lines_(options.input.lift_tags),
+        lift_(options.input.lift_tags),
+        objects_(out) {}
 
-  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    auto& file = files[frame.trace];
-    if (several && file.empty()) file = json_string(*frame.trace);
-    head(out, frame, file);
-    lift.take(frame);
-    if (options.lines == LinesWanted::kNone) {
-      sum(out, Summary(frame, lift));
+  void visit(const Frame& frame) override {
+    auto& file = files_[frame.trace];
+    if (several_ && file.empty()) file = json_string(*frame.trace);
+    head(out_, frame, file);
+    lift_.take(frame);
+    if (options_.lines == LinesWanted::kNone) {
+      sum(out_, Summary(frame, lift_));
     } else {
-      const auto top_line = lines.decode(frame, options.input.charset);
-      const auto wanted = [&options](const DisplayLine& line) {
-        return options.lines == LinesWanted::kAll || line.protocolCode != kHexLineCode;
-      };
+      const auto top_line = lines_.decode(frame, options_.input.charset);
       std::uint32_t at = 0;
       std::uint32_t top = 0;  // among the lines that are written
-      lines.each([&](const DisplayLine& line) { top += at++ < top_line && wanted(line) ? 1U : 0U; });
-      pair(out, "\"top\"", top);
-      sum(out, Summary(frame, lift));
-      objects.begin();
-      lines.each([&](const DisplayLine& line) {
-        if (wanted(line)) objects.line(line);
+      lines_.each([&](const DisplayLine& line) { top += at++ < top_line && wanted(line) ? 1U : 0U; });
+      pair(out_, "\"top\"", top);
+      sum(out_, Summary(frame, lift_));
+      objects_.begin();
+      lines_.each([this](const DisplayLine& line) {
+        if (wanted(line)) objects_.line(line);
       });
-      objects.end();
+      objects_.end();
     }
-    out.append("}\n");
-  });
-  return finish(out, exit_code);
+    out_.append("}\n");
+  }
+
+ private:
+  [[nodiscard]] bool wanted(const DisplayLine& line) const {
+    return options_.lines == LinesWanted::kAll || line.protocolCode != kHexLineCode;
+  }
+
+  Output& out_;
+  const JsonOptions& options_;
+  bool several_;
+  Lines lines_;
+  Lift lift_;
+  LineObjects objects_;
+  std::map<const std::string*, std::string> files_;  // their names as they are written
+};
+
+int json(const JsonOptions& options, Output& out) {
+  load_names(options.names, options.input.traces());
+  const auto writer = [&options](Output& to) { return std::make_unique<JsonWriter>(to, options); };
+  return finish(out, walk(options.input, out, {writer, {}}));
 }
 
 LinesWanted lines_wanted(const std::string& text) {
@@ -166,6 +183,7 @@ void add_json(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("json", "Write frames as JSON Lines, for programs");
   auto options = std::make_shared<JsonOptions>();
   add_input_options(*app, options->input);
+  add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);

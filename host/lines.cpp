@@ -24,17 +24,20 @@ constexpr std::size_t kIndentation = 4;  // of the deepest level
 
 }  // namespace
 
-void LinePrinter::frame(const Frame& frame, bool name_trace) {
-  if (trace_ != nullptr) out_.append('\n');
-  if (trace_ != frame.trace && name_trace) {
-    if (color_) out_.append(kFrameColor);
-    out_.append("Trace ");
-    for (const char c : *frame.trace) out_.append(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c);
-    if (color_) out_.append(kPlain);
-    out_.append("\n\n");
-  }
-  trace_ = frame.trace;
+Gap frame_gap(const InputOptions& options, bool color) {
+  const bool several = options.traces().size() > 1;
+  return [several, color](Output& out, const std::string* before, const std::string& trace) {
+    if (before != nullptr) out.append('\n');
+    if (!several || before == &trace) return;
+    if (color) out.append(kFrameColor);
+    out.append("Trace ");
+    for (const char c : trace) out.append(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c);
+    if (color) out.append(kPlain);
+    out.append("\n\n");
+  };
+}
 
+void LinePrinter::frame(const Frame& frame) {
   if (color_) out_.append(kFrameColor);
   out_.append("Frame ");
   out_.number(frame.number);

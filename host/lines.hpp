@@ -4,7 +4,9 @@
 #include <wirelines.h>
 
 #include "clock.hpp"
+#include "crew.hpp"
 #include "decode.hpp"
+#include "options.hpp"
 #include "output.hpp"
 #include "text.hpp"
 #include "trace.hpp"
@@ -16,9 +18,8 @@ class LinePrinter {
  public:
   LinePrinter(Output& out, bool color) : out_(out), color_(color) {}
 
-  // "Frame 12  2024-05-01 12:00:00.123456  60 bytes", with a blank line before it unless it is the first; where there
-  // are several traces, their names stand before their frames.
-  void frame(const Frame& frame, bool name_trace);
+  // "Frame 12  2024-05-01 12:00:00.123456  60 bytes".
+  void frame(const Frame& frame);
 
   void lines(const Lines& lines);
 
@@ -32,10 +33,13 @@ class LinePrinter {
   Output& out_;
   bool color_;
   Text text_;
-  const std::string* trace_ = nullptr;  // the trace of the last frame
-  bool cut_ = false;                    // whether that frame was captured in part
+  bool cut_ = false;  // whether the last frame was captured in part
   Clock clock_;
 };
+
+// What stands before a frame in that form: a blank line unless it is the first, and where there are several traces the
+// name of its trace, unless the frame before is of that trace too.
+Gap frame_gap(const InputOptions& options, bool color);
 
 // For programs and golden files: "CODE LEVEL START-END STYLEINDEX,STYLEGROUP |TEXT|", numbers in unsigned decimal,
 // text bytes outside 0x20 to 0x7E and backslashes as \xHH.

@@ -16,12 +16,19 @@ struct ListOptions {
   ColorOption color;
 };
 
+class Lister : public Visitor {
+ public:
+  Lister(Output& out, const ListOptions& options) : rows_(out, options.color.wanted(), options.input.lift_tags) {}
+  void visit(const Frame& frame) override { rows_.row(frame); }
+
+ private:
+  RowPrinter rows_;
+};
+
 int list(const ListOptions& options, Output& out) {
   load_names(options.names, options.input.traces());
-  RowPrinter printer(out, options.color.wanted(), options.input.lift_tags);
-
-  const int exit_code = walk(options.input, out, [&printer](const Frame& frame) { printer.row(frame); });
-  return finish(out, exit_code);
+  const auto lister = [&options](Output& to) { return std::make_unique<Lister>(to, options); };
+  return finish(out, walk(options.input, out, {lister, {}}));
 }
 
 }  // namespace
@@ -30,6 +37,7 @@ void add_list(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("list", "List the frames of traces, one a line");
   auto options = std::make_shared<ListOptions>();
   add_input_options(*app, options->input);
+  add_jobs_option(*app, options->input);
   add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);
   add_name_options(*app, options->names);

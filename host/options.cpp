@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #include "failure.hpp"
@@ -122,6 +123,15 @@ void add_live_options(CLI::App& app, LiveOptions& options, bool in_help) {
   for (auto* const option : others) {
     if (!in_help) option->group("");
   }
+}
+
+void add_jobs_option(CLI::App& app, InputOptions& options) {
+  constexpr unsigned kMost = 64;
+  constexpr unsigned kMostUnlessGiven = 8;  // beyond, reading and writing leave the others little to do
+  options.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMostUnlessGiven);
+  app.add_option("-j,--jobs", options.jobs, "Threads, unless given one a processor, 8 at most")
+      ->type_name("N")
+      ->check(from_one_to(kMost));
 }
 
 void add_charset_option(CLI::App& app, InputOptions& options) {

@@ -31,6 +31,7 @@ struct InputOptions {
   bool lift_tags = true;      // decode what follows VLAN tags
   std::uint32_t charset = 0;  // as AnalyzeOutput takes it
   bool quiet = false;
+  unsigned jobs = 1;  // threads that handle frames
 };
 
 // An interface that is asked for is opened, and the rights for that are given up, as soon as the command line is
@@ -45,6 +46,9 @@ CLI::Validator from_one_to(std::uint64_t most);
 
 // -i and how to open it; all of them but -i only where `in_help` stand in the help.
 void add_live_options(CLI::App& app, LiveOptions& options, bool in_help);
+
+// -j, for the commands whose work several threads can share; unless given, as many as there are processors.
+void add_jobs_option(CLI::App& app, InputOptions& options);
 
 // --charset, for the commands that show data blocks.
 void add_charset_option(CLI::App& app, InputOptions& options);

@@ -1,5 +1,4 @@
-// Standard output behind one fixed buffer: nothing is allocated and nothing formatted by a library on the way of a
-// line.
+// What is put out, behind one buffer: nothing is allocated and nothing formatted by a library on the way of a line.
 #pragma once
 
 #include <array>
@@ -7,13 +6,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 namespace wirelines::host {
 
 class Output {
  public:
+  // To a file or pipe, which gets the text whenever the buffer is full.
   explicit Output(int fd) : fd_(fd) {}
+  // To memory: the buffer grows, and text() is what was put out since clear().
+  Output() = default;
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
@@ -27,7 +30,7 @@ class Output {
   }
 
   void append(char c) {
-    if (room() == 0) flush();
+    if (room() == 0) make_room(1);
     *next_++ = c;
   }
 
@@ -35,15 +38,15 @@ class Output {
     while (count-- > 0) append(' ');
   }
 
-  // Room for `size` bytes, at most the buffer's: written to by the caller, who then tells where it ended.
+  // Room for `size` bytes, at most 65536: written to by the caller, who then tells where it ended.
   char* reserve(std::size_t size) {
-    if (room() < size) flush();
+    if (room() < size) make_room(size);
     return next_;
   }
   void commit(char* end) { next_ = end; }
 
   void number(std::uint64_t value) {
-    if (room() < 20) flush();  // the longest: 18446744073709551615
+    if (room() < 20) make_room(20);  // the longest: 18446744073709551615
     next_ = std::to_chars(next_, next_ + 20, value).ptr;
   }
 
@@ -67,17 +70,31 @@ class Output {
   // error() tells.
   void flush();
 
+  // Writes the text of another output behind that, without another copy of it.
+  void append(const Output& other);
+
+  [[nodiscard]] std::string_view text() const {
+    return {buffer_.get(), static_cast<std::size_t>(next_ - buffer_.get())};
+  }
+  void clear() { next_ = buffer_.get(); }
+
   // The errno of the write that failed, or 0.
   [[nodiscard]] int error() const { return error_; }
 
  private:
-  [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(buffer_.data() + buffer_.size() - next_); }
-  void append_in_parts(std::string_view text);
+  static constexpr std::size_t kBuffer = 65536;
+  static constexpr int kMemory = -1;
 
-  int fd_;
+  [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(buffer_.get() + size_ - next_); }
+  void make_room(std::size_t size);
+  void append_in_parts(std::string_view text);
+  void write_all(std::string_view text);
+
+  int fd_ = kMemory;
   int error_ = 0;
-  std::array<char, 65536> buffer_;  // not initialised: only what lies before next_ is ever read
-  char* next_ = buffer_.data();
+  std::size_t size_ = kBuffer;
+  std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kBuffer);
+  char* next_ = buffer_.get();
 };
 
 }  // namespace wirelines::host

@@ -18,23 +18,46 @@ struct ShowOptions {
   bool raw = false;
 };
 
+class Shower : public Visitor {
+ public:
+  Shower(Output& out, const ShowOptions& options)
+      : lines_(options.input.lift_tags), printer_(out, options.color.wanted()), charset_(options.input.charset) {}
+
+  void visit(const Frame& frame) override {
+    lines_.decode(frame, charset_);
+    printer_.frame(frame);
+    printer_.lines(lines_);
+  }
+
+ private:
+  Lines lines_;
+  LinePrinter printer_;
+  std::uint32_t charset_;
+};
+
+class RawShower : public Visitor {
+ public:
+  RawShower(Output& out, const ShowOptions& options) : out_(out), charset_(options.input.charset) {}
+
+  void visit(const Frame& frame) override {
+    raw_frame(out_, frame, lines_.decode(frame, charset_));
+    lines_.each([this](const DisplayLine& line) { raw_line(out_, line); });
+  }
+
+ private:
+  Output& out_;
+  Lines lines_{false};  // the raw form holds the library's own lines
+  std::uint32_t charset_;
+};
+
 int show(const ShowOptions& options, Output& out) {
   load_names(options.names, options.input.traces());
-  Lines lines(options.input.lift_tags && !options.raw);  // the raw form holds the library's own lines
-  LinePrinter printer(out, options.color.wanted());
-  const bool several = options.input.traces().size() > 1;
-
-  const int exit_code = walk(options.input, out, [&](const Frame& frame) {
-    const auto top_line = lines.decode(frame, options.input.charset);
-    if (options.raw) {
-      raw_frame(out, frame, top_line);
-      lines.each([&out](const DisplayLine& line) { raw_line(out, line); });
-    } else {
-      printer.frame(frame, several);
-      printer.lines(lines);
-    }
-  });
-  return finish(out, exit_code);
+  if (options.raw) {
+    const auto shower = [&options](Output& to) { return std::make_unique<RawShower>(to, options); };
+    return finish(out, walk(options.input, out, {shower, {}}));
+  }
+  const auto shower = [&options](Output& to) { return std::make_unique<Shower>(to, options); };
+  return finish(out, walk(options.input, out, {shower, frame_gap(options.input, options.color.wanted())}));
 }
 
 }  // namespace
@@ -43,6 +66,7 @@ void add_show(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("show", "Show the frames of traces, decoded line by line");
   auto options = std::make_shared<ShowOptions>();
   add_input_options(*app, options->input);
+  add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_display_filter_option(*app, options->input);
   add_lift_option(*app, options->input);

@@ -31,10 +31,20 @@ bool utf8_locale() {
   return utf8;
 }
 
+class Adder : public Visitor {
+ public:
+  explicit Adder(Tally& tally) : tally_(tally) {}
+  void visit(const Frame& frame) override { tally_.add(frame); }
+
+ private:
+  Tally& tally_;
+};
+
 int stats(const StatsOptions& options, Output& out) {
   load_names(options.names, options.input.traces());
   const auto tally = std::make_unique<Tally>(options.input.lift_tags);
-  const int exit_code = walk(options.input, out, [&tally](const Frame& frame) { tally->add(frame); });
+  const auto adder = [&tally](Output&) { return std::make_unique<Adder>(*tally); };
+  const int exit_code = walk(options.input, out, {adder, {}});
   if (options.json) {
     write_json(out, *tally, options.top);
   } else if (tally->total.frames > 0) {

@@ -5,9 +5,9 @@
 #include <vek4001.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <deque>
 #include <memory>
 #include <tuple>
 #include <utility>
@@ -62,23 +62,35 @@ class Troubles {
   int exit_code_ = 0;
 };
 
-void module_message(std::int32_t /*code*/, const char* text, void* troubles) {
-  static_cast<Troubles*>(troubles)->add(EX_OSERR, text);
-}
+// What the library has to say: memory is exhausted. Told once, by whichever thread meets it first.
+class LibraryTrouble {
+ public:
+  LibraryTrouble() { SetErrMessageHandler(tell, &met_); }
+  LibraryTrouble(const LibraryTrouble&) = delete;
+  LibraryTrouble& operator=(const LibraryTrouble&) = delete;
+  ~LibraryTrouble() { SetErrMessageHandler(nullptr, nullptr); }
+
+  [[nodiscard]] bool met() const { return met_; }
+
+ private:
+  static void tell(std::int32_t /*code*/, const char* text, void* met) {
+    if (!static_cast<std::atomic_bool*>(met)->exchange(true)) complain(text);
+  }
+
+  std::atomic_bool met_ = false;
+};
 
 // The frames of several traces in the order of time. Of each trace that has frames left, the next one is at hand.
 class Merge {
  public:
-  Merge(const InputOptions& options, Output& out, Troubles& troubles) : out_(out), troubles_(troubles) {
+  // `names` are those of the traces; frames point to them.
+  Merge(const InputOptions& options, const std::vector<std::string>& names, Crew& crew, Troubles& troubles)
+      : crew_(crew), troubles_(troubles) {
     if (options.device) {
-      options.device->before_wait([this] {
-        out_.flush();
-        return out_.error() == 0;
-      });
+      options.device->before_wait([this] { return crew_.flush(); });
       add(std::make_unique<Reader>(Reader{options.device, {}, 0}));
       return;
     }
-    const auto names = options.traces();
     refuse_too_many(names.size());
     for (const auto& name : names) open(name, options.filter);
   }
@@ -119,11 +131,10 @@ class Merge {
   }
 
   void open(const std::string& name, const std::string& filter) {
-    names_.push_back(name);
     try {
-      auto trace = std::make_unique<Trace>(names_.back(), [this] { out_.flush(); });
+      auto trace = std::make_unique<Trace>(name, [this] { crew_.flush(); });
       if (!filter.empty()) trace->set_filter(filter);
-      add(std::make_unique<Reader>(Reader{std::move(trace), {}, names_.size()}));
+      add(std::make_unique<Reader>(Reader{std::move(trace), {}, opened_++}));
     } catch (const Failure& failure) {
       if (failure.exit_code() == EX_USAGE) throw;
       tell(failure);
@@ -142,53 +153,50 @@ class Merge {
   }
 
   void tell(const Failure& failure) {
-    out_.flush();  // so that on a terminal the message stands behind the frames before it
+    crew_.flush();  // so that on a terminal the message stands behind the frames before it
     troubles_.add(failure.exit_code(), failure.what());
   }
 
-  Output& out_;
+  Crew& crew_;
   Troubles& troubles_;
-  std::deque<std::string> names_;   // frames point to them
+  std::size_t opened_ = 0;
   std::vector<ReaderPtr> readers_;  // a heap, the earliest frame first
   ReaderPtr current_;
 };
 
 }  // namespace
 
-int walk(const InputOptions& options, Output& out, const std::function<void(const Frame&)>& visit) {
+int walk(const InputOptions& options, Output& out, const Handling& handling) {
+  const auto names = options.traces();
   Troubles troubles;
-  Merge traces(options, out, troubles);
-  SetErrMessageHandler(module_message, &troubles);
+  const LibraryTrouble library;
+  Crew crew(options, handling, out);
+  Merge traces(options, names, crew, troubles);
   {
     Progress progress(options.quiet);
     std::uint64_t read = 0;
-    std::uint64_t shown = 0;
-    FilterScratch scratch(options.lift_tags, options.charset);
-    const auto wanted = [&](const Frame& frame) {
-      return options.frames.contains(frame.number) && traces.matches() &&
-             (!options.display_filter || options.display_filter->matches(frame, scratch));
-    };
+    std::uint64_t taken = 0;
     const auto done = [&] {
-      return shown == options.count || options.frames.ends_before(read + 1) || out.error() != 0;
+      const auto counted = options.display_filter ? crew.put_out() : taken;
+      return counted == options.count || options.frames.ends_before(read + 1) || out.error() != 0;
     };
     while (!done()) {
       Frame* const frame = traces.next();
       if (frame == nullptr) break;
       frame->number = ++read;
       progress.frame(read);
-      if (!wanted(*frame)) continue;
-      visit(*frame);
-      shown++;
+      if (!options.frames.contains(read) || !traces.matches()) continue;
+      crew.take(*frame);
+      taken++;
     }
+    crew.flush();
     if (options.device) {
-      out.flush();
-      options.device->tell_counts(shown, "shown", options.quiet || out.error() == EPIPE);
-    } else if (shown == 0 && troubles.exit_code() == 0 && !options.quiet) {
+      options.device->tell_counts(crew.put_out(), "shown", options.quiet || out.error() == EPIPE);
+    } else if (crew.put_out() == 0 && troubles.exit_code() == 0 && !options.quiet) {
       complain(read == 0 ? "there are no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");
     }
   }
-  SetErrMessageHandler(nullptr, nullptr);
-  return troubles.exit_code();
+  return troubles.exit_code() == 0 && library.met() ? EX_OSERR : troubles.exit_code();
 }
 
 int finish(Output& out, int exit_code) {
