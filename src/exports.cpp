@@ -184,7 +184,11 @@ uint32_t CulUdpChksum(const uint8_t* message, int32_t length, const uint8_t* pse
 
 void IpPsuadoHeder(const uint8_t* header, uint8_t* pseudoOut) {
   const auto pseudo = wirelines::IpPsuadoHeder(Bytes(header, 20));
-  std::copy_n(pseudo.bytes.data(), pseudo.length, pseudoOut);
+  for (uint32_t i = 0; i < 8; ++i) pseudoOut[i] = pseudo.addresses.u8(i);
+  pseudoOut[8] = 0;
+  pseudoOut[9] = pseudo.protocol;
+  pseudoOut[10] = static_cast<uint8_t>(pseudo.upper_length >> 8);
+  pseudoOut[11] = static_cast<uint8_t>(pseudo.upper_length);
 }
 
 void CheckPacket(const uint8_t* frame, int32_t length, PacketSummary* summary) {

@@ -33,8 +33,12 @@ class Bytes {
   [[nodiscard]] constexpr bool has(uint32_t offset) const { return offset < captured_; }
 
   [[nodiscard]] constexpr uint8_t u8(uint32_t offset) const { return offset < captured_ ? data_[offset] : uint8_t{0}; }
+  // One look at the bounds where all bytes are there, as nearly always.
   [[nodiscard]] constexpr uint16_t be16(uint32_t offset) const {
-    return static_cast<uint16_t>(u8(offset) << 8 | u8(offset + 1));
+    if (uint64_t{offset} + 2 <= captured_) [[likely]] {
+      return static_cast<uint16_t>(data_[offset] << 8 | data_[offset + 1]);
+    }
+    return static_cast<uint16_t>(u8(offset) << 8);
   }
   [[nodiscard]] constexpr uint32_t be32(uint32_t offset) const {
     return static_cast<uint32_t>(be16(offset)) << 16 | be16(offset + 2);

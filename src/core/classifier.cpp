@@ -3,6 +3,7 @@
 #include "core/classifier.hpp"
 
 #include <algorithm>
+#include <cstring>
 
 #include "core/checksum.hpp"
 #include "core/datalink.hpp"
@@ -13,17 +14,13 @@ namespace wirelines {
 
 namespace {
 
-// A message and what its checksum covers besides.
-struct Message {
-  Bytes bytes;
-  PseudoHeader pseudo;
-  bool more_fragments = false;  // of IPv4: neither ports nor checksums count
-};
-
 template <std::size_t N>
-void copy(uint8_t (&to)[N], Bytes from, uint32_t offset) {
-  const Bytes part = from.sub(offset, N);
-  std::fill_n(std::copy_n(part.data(), part.readable(), to), N - part.readable(), uint8_t{0});
+void copy(uint8_t (&to)[N], const Bytes& from, uint32_t offset) {
+  if (from.has(offset + N - 1)) {
+    std::memcpy(to, from.data() + offset, N);
+  } else {
+    for (uint32_t i = 0; i < N; ++i) to[i] = from.u8(offset + i);
+  }
 }
 
 void move_network(PacketSummary& s, uint32_t length) {
@@ -43,55 +40,52 @@ void add_error(PacketSummary& s, uint32_t error) {
   s.errorFlags = static_cast<uint8_t>(s.errorFlags | error);
 }
 
-void take_ports(PacketSummary& s, const Message& message) {
-  if (message.more_fragments) return;
-  s.srcPort = message.bytes.be16(0);
-  s.dstPort = message.bytes.be16(2);
-}
-
-bool wrong_with_pseudo_header(const Message& message) {
-  return CulUdpChksum(message.bytes, message.pseudo.view()) != 0;
+void take_ports(PacketSummary& s, const Bytes& message) {
+  s.srcPort = message.be16(0);
+  s.dstPort = message.be16(2);
 }
 
 // Kept: over IPv6, UDP and ICMPv6 are wrong only where the two sums together fall short of 65535.
-bool wrong_over_ip6(const Message& message) {
-  return uint32_t{IpCheckSum(message.bytes)} + IpCheckSum(message.pseudo.view()) < 65535;
+bool wrong_over_ip6(const Bytes& message, const PseudoHeader& pseudo) {
+  return uint32_t{IpCheckSum(message)} + IpCheckSum(pseudo) < 65535;
 }
 
-void check_tcp(const Message& message, PacketSummary& s) {
-  if (message.bytes.size() < 20) return;
+// Of a message whose later fragments are to come, neither ports nor checksum count.
+void check_tcp(const Bytes& message, const PseudoHeader& pseudo, bool more_fragments, PacketSummary& s) {
+  if (message.size() < 20) return;
+  s.typeCode = message.u8(13);
+  if (more_fragments) return;
   take_ports(s, message);
-  s.typeCode = message.bytes.u8(13);
-  if (message.more_fragments || message.bytes.be16(16) == 0) return;
-  if (wrong_with_pseudo_header(message)) add_error(s, WIRELINES_BAD_TCP);
+  if (message.be16(16) != 0 && CulUdpChksum(message, pseudo) != 0) add_error(s, WIRELINES_BAD_TCP);
 }
 
-void check_udp(const Message& message, bool over_ip6, PacketSummary& s) {
-  if (message.bytes.size() < 8) return;
+void check_udp(const Bytes& message, const PseudoHeader& pseudo, bool more_fragments, bool over_ip6, PacketSummary& s) {
+  if (message.size() < 8 || more_fragments) return;
   take_ports(s, message);
-  if (message.more_fragments || message.bytes.be16(6) == 0) return;
-  if (over_ip6 ? wrong_over_ip6(message) : wrong_with_pseudo_header(message)) add_error(s, WIRELINES_BAD_UDP);
+  if (message.be16(6) == 0) return;
+  const bool wrong = over_ip6 ? wrong_over_ip6(message, pseudo) : CulUdpChksum(message, pseudo) != 0;
+  if (wrong) add_error(s, WIRELINES_BAD_UDP);
 }
 
-void check_icmp(const Message& message, PacketSummary& s) {
-  if (message.bytes.size() < 4) return;
-  s.typeCode = message.bytes.u8(0);
-  if (!message.more_fragments && IpCheckSum(message.bytes) != 0) add_error(s, WIRELINES_BAD_ICMP);
+void check_icmp(const Bytes& message, bool more_fragments, PacketSummary& s) {
+  if (message.size() < 4) return;
+  s.typeCode = message.u8(0);
+  if (!more_fragments && IpCheckSum(message) != 0) add_error(s, WIRELINES_BAD_ICMP);
 }
 
-void check_icmp_v6(const Message& message, PacketSummary& s) {
-  if (message.bytes.size() < 4) return;
-  s.typeCode = message.bytes.u8(0);
-  if (message.bytes.be16(2) != 0 && wrong_over_ip6(message)) add_error(s, WIRELINES_BAD_ICMP);
+void check_icmp_v6(const Bytes& message, const PseudoHeader& pseudo, PacketSummary& s) {
+  if (message.size() < 4) return;
+  s.typeCode = message.u8(0);
+  if (message.be16(2) != 0 && wrong_over_ip6(message, pseudo)) add_error(s, WIRELINES_BAD_ICMP);
 }
 
-void check_arp(Bytes header, PacketSummary& s) {
+void check_arp(const Bytes& header, PacketSummary& s) {
   s.typeCode = header.u8(7);
   copy(s.srcIp, header, 14);
   copy(s.dstIp, header, 24);
 }
 
-void check_llc(Bytes frame, PacketSummary& s) {
+void check_llc(const Bytes& frame, PacketSummary& s) {
   constexpr uint32_t kHeader = 17;
   const Bytes payload = frame.from(kHeader);
   switch (frame.be16(14)) {
@@ -110,7 +104,7 @@ void check_llc(Bytes frame, PacketSummary& s) {
   }
 }
 
-void check_type(Bytes frame, uint32_t header_length, uint16_t type, PacketSummary& s) {
+void check_type(const Bytes& frame, uint32_t header_length, uint16_t type, PacketSummary& s) {
   const Bytes payload = frame.from(header_length);
   s.etherType = type;
   switch (type) {
@@ -155,7 +149,7 @@ void check_type(Bytes frame, uint32_t header_length, uint16_t type, PacketSummar
 
 }  // namespace
 
-void CheckPacket(Bytes frame, PacketSummary& summary) {
+void CheckPacket(const Bytes& frame, PacketSummary& summary) {
   summary.frameKind = 0;
   summary.networkCode = 0;
   summary.ipProtocol = 0;
@@ -183,7 +177,7 @@ void CheckPacket(Bytes frame, PacketSummary& summary) {
   }
 }
 
-void CheckIp(Bytes header, PacketSummary& summary) {
+void CheckIp(const Bytes& header, PacketSummary& summary) {
   if (header.size() < 20) return;
   const uint32_t header_length = (header.u8(0) & 15U) * 4;
   const uint32_t flags = header.be16(6);
@@ -205,9 +199,9 @@ void CheckIp(Bytes header, PacketSummary& summary) {
   move_transport(summary, header_length);
   const Bytes payload = header.sub(header_length, header.be16(2) - static_cast<int32_t>(header_length));
   switch (summary.ipProtocol) {
-    case kTcp: check_tcp({payload, IpPsuadoHeder(header), more_fragments}, summary); break;
-    case kUdp: check_udp({payload, IpPsuadoHeder(header), more_fragments}, false, summary); break;
-    case kIcmp: check_icmp({payload, {}, more_fragments}, summary); break;
+    case kTcp: check_tcp(payload, IpPsuadoHeder(header), more_fragments, summary); break;
+    case kUdp: check_udp(payload, IpPsuadoHeder(header), more_fragments, false, summary); break;
+    case kIcmp: check_icmp(payload, more_fragments, summary); break;
     case kIp6InIp:
       // Kept: the transport offset counts the IPv4 header twice.
       move_both(summary, header_length);
@@ -218,7 +212,7 @@ void CheckIp(Bytes header, PacketSummary& summary) {
   }
 }
 
-void CheckIpV6(Bytes header, PacketSummary& summary) {
+void CheckIpV6(const Bytes& header, PacketSummary& summary) {
   constexpr int32_t kHeader = 40;
   if (header.size() < kHeader) return;
 
@@ -237,17 +231,18 @@ void CheckIpV6(Bytes header, PacketSummary& summary) {
   }
   summary.ipProtocol = next;
 
-  Message message{data, Ip6PseudoHeader(header)};
-  message.pseudo.set_upper_layer(static_cast<uint32_t>(data.size()), next);
+  PseudoHeader pseudo = Ip6PseudoHeader(header);
+  pseudo.upper_length = static_cast<uint32_t>(data.size());
+  pseudo.protocol = next;
   switch (next) {
-    case kTcp: check_tcp(message, summary); break;
-    case kUdp: check_udp(message, true, summary); break;
-    case kIcmpV6: check_icmp_v6(message, summary); break;
+    case kTcp: check_tcp(data, pseudo, false, summary); break;
+    case kUdp: check_udp(data, pseudo, false, true, summary); break;
+    case kIcmpV6: check_icmp_v6(data, pseudo, summary); break;
     default: break;
   }
 }
 
-void CheckIpx(Bytes header, PacketSummary& summary) {
+void CheckIpx(const Bytes& header, PacketSummary& summary) {
   summary.ipProtocol = header.u8(5);
   copy(summary.ipxDstNet, header, 6);
   copy(summary.ipxDstNode, header, 10);
@@ -257,7 +252,7 @@ void CheckIpx(Bytes header, PacketSummary& summary) {
   summary.ipxSrcSocket = header.be16(28);
 }
 
-void CheckPppSession(Bytes header, PacketSummary& summary) {
+void CheckPppSession(const Bytes& header, PacketSummary& summary) {
   constexpr uint32_t kHeader = 8;  // PPPoE's and the protocol
   if (header.size() < static_cast<int32_t>(kHeader)) return;
   switch (header.be16(6)) {

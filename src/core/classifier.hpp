@@ -6,12 +6,12 @@
 
 namespace wirelines {
 
-void CheckPacket(Bytes frame, PacketSummary& summary);
+void CheckPacket(const Bytes& frame, PacketSummary& summary);
 
 // Each fills the record from its layer on; what an earlier layer put there is added to.
-void CheckIp(Bytes header, PacketSummary& summary);
-void CheckIpV6(Bytes header, PacketSummary& summary);
-void CheckIpx(Bytes header, PacketSummary& summary);
-void CheckPppSession(Bytes header, PacketSummary& summary);
+void CheckIp(const Bytes& header, PacketSummary& summary);
+void CheckIpV6(const Bytes& header, PacketSummary& summary);
+void CheckIpx(const Bytes& header, PacketSummary& summary);
+void CheckPppSession(const Bytes& header, PacketSummary& summary);
 
 }  // namespace wirelines

@@ -142,7 +142,7 @@ void ethernet_ii_lines(LineList& list, Bytes frame) {
 
 }  // namespace
 
-FrameKind CheckFrameType(Bytes frame) {
+FrameKind CheckFrameType(const Bytes& frame) {
   if (frame.be16(12) > 1500) return FrameKind::kEthernetII;
   const uint8_t dsap = frame.u8(14);
   const uint8_t ssap = frame.u8(15);

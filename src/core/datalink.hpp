@@ -8,7 +8,7 @@ namespace wirelines {
 // Framings, numbered as the interface numbers them.
 enum class FrameKind : uint8_t { kRaw8023 = 1, kLlc = 2, kSnap = 3, kEthernetII = 4, kLlcSU = 5 };
 
-FrameKind CheckFrameType(Bytes frame);
+FrameKind CheckFrameType(const Bytes& frame);
 
 // The protocol type of a frame: EtherType, SNAP protocol type, or DSAP x 256 + SSAP. False when it has none.
 bool GetProtocolType(Bytes frame, uint16_t& type);

@@ -20,7 +20,7 @@ inline void DspTransportChecksum(Section& s, Range range, uint16_t stored, Bytes
     s.line(range, "[Checksum] 0x%0.4X", stored);
   } else if (stored == 0) {
     s.line(range, "[Checksum] None");
-  } else if (CulUdpChksum(message, carrier.pseudo.view()) == 0) {
+  } else if (CulUdpChksum(message, carrier.pseudo) == 0) {
     s.line(range, "[Checksum] 0x%0.4X (OK)", stored);
   } else {
     s.line(range, "[Checksum] 0x%0.4X (NG)", stored);

@@ -74,7 +74,7 @@ uint32_t IcmpV6TitleLength(uint8_t type, uint32_t whole) {
 void checksum_line(Section& s, Bytes message, const PseudoHeader& pseudo) {
   const uint16_t stored = message.be16(2);
   if (stored == 0) return s.line(at(2, 3), "[Checksum] None");
-  const auto sum = static_cast<uint16_t>(IpCheckSum(message) + IpCheckSum(pseudo.view()));
+  const auto sum = static_cast<uint16_t>(IpCheckSum(message) + IpCheckSum(pseudo));
   if (sum == 0xFFFF) {
     s.line(at(2, 3), "[Checksum] 0x%0.4X (OK)", stored);
   } else {

@@ -52,7 +52,8 @@ void Ip6NextHeaderAnalyze(LineList& list, Bytes data, uint8_t next, Carrier& car
     if (data.size() < 2) return;
   }
 
-  carrier.pseudo.set_upper_layer(static_cast<uint32_t>(data.size()), next);
+  carrier.pseudo.upper_length = static_cast<uint32_t>(data.size());
+  carrier.pseudo.protocol = next;
   switch (next) {
     case kTcp: TcpAnalyze(list, data, carrier); break;
     case kUdp: UdpAnalyze(list, data, carrier); break;

@@ -48,7 +48,7 @@ const Field kFields[] = {
     FIELD("reserved3", reserved3, kDecimal),
 };
 
-using Classify = void (*)(Bytes, PacketSummary&);
+using Classify = void (*)(const Bytes&, PacketSummary&);
 
 PacketSummary filled_with(uint8_t pattern) {
   PacketSummary s;

@@ -23,13 +23,7 @@ inline Decode over_ipv4(Transport transport, uint8_t protocol, bool more_fragmen
 inline Decode over_ipv6(Transport transport, uint8_t protocol) {
   return [=](LineList& list, Bytes data) {
     const auto addresses = bytes_of("20010DB8 00000000 00000000 00000001 20010DB8 00000000 00000000 00000002");
-    Carrier carrier;
-    carrier.pseudo.length = 40;
-    std::copy(addresses.begin(), addresses.end(), carrier.pseudo.bytes.begin());
-    carrier.pseudo.bytes[34] = static_cast<uint8_t>(data.size() >> 8);
-    carrier.pseudo.bytes[35] = static_cast<uint8_t>(data.size());
-    carrier.pseudo.bytes[39] = protocol;
-    transport(list, data, carrier);
+    transport(list, data, {{Bytes(addresses.data(), 32), static_cast<uint32_t>(data.size()), protocol}, false});
   };
 }
 

@@ -13,7 +13,8 @@ void decode_message(LineList& list, Bytes data) {
   static const auto header =
       bytes_of("60000000 0000 3A FF FE80 0000 0000 0000 0202 B3FF FE1E 8329 FF02 0000 0000 0000 0000 0000 0000 0001");
   PseudoHeader pseudo = Ip6PseudoHeader(Bytes(header.data(), 40));
-  pseudo.set_upper_layer(static_cast<uint32_t>(data.size()), 58);
+  pseudo.upper_length = static_cast<uint32_t>(data.size());
+  pseudo.protocol = 58;
   IcmpV6Analyze(list, data, pseudo);
 }
 
