@@ -1,4 +1,6 @@
 // wirelines json: every frame as one object a line, for programs. docs/json.schema.json describes it.
+#include <charconv>
+#include <cstring>
 #include <map>
 #include <memory>
 
@@ -7,6 +9,7 @@
 #include "failure.hpp"
 #include "json_text.hpp"
 #include "names.hpp"
+#include "plain.hpp"
 #include "summary.hpp"
 #include "walk.hpp"
 
@@ -78,37 +81,65 @@ class LineObjects {
 
   // `line` must stay until the next one.
   void line(const DisplayLine& line) {
-    out_.append(first_ ? "{\"t\":" : ",{\"t\":");
+    char* to = out_.reserve(kRoom);
+    if (!first_) *to++ = ',';
     first_ = false;
-    text_.append(out_, line.text);
+    to = text(put(to, "{\"t\":"), line.text);
     if (line.protocolCode != WIRELINES_BLANK) {
-      attributes(line);
+      to = attributes(to, line);
       before_ = &line;
     }
-    out_.append('}');
+    *to++ = '}';
+    out_.commit(to);
   }
 
   void end() { out_.append(']'); }
 
  private:
+  static constexpr std::size_t kRoom = 300;  // of a plain line, and of another without its text
+
+  template <std::size_t N>
+  static char* put(char* to, const char (&text)[N]) {
+    std::memcpy(to, text, N - 1);
+    return to + N - 1;
+  }
+  template <std::size_t N>
+  static char* put(char* to, const char (&key)[N], std::uint32_t value) {
+    to = put(to, key);
+    return std::to_chars(to, to + 10, value).ptr;
+  }
+
+  char* text(char* to, const char* text) {
+    *to = '"';
+    char* const end = copy_plain_line<'"', '\\'>(to + 1, text);
+    if (end != nullptr) {
+      *end = '"';
+      return end + 1;
+    }
+    out_.commit(to);
+    text_.append(out_, text);
+    return out_.reserve(kRoom);
+  }
+
   // A line without text always has its protocol: it is no blank line.
-  void attributes(const DisplayLine& line) {
+  char* attributes(char* to, const DisplayLine& line) {
     const bool all = before_ == nullptr;
-    if (all || line.protocolCode != before_->protocolCode || *line.text == '\0') pair(out_, "\"p\"", line.protocolCode);
-    if (all || line.level != before_->level) pair(out_, "\"l\"", line.level);
+    if (all || line.protocolCode != before_->protocolCode || *line.text == '\0') {
+      to = put(to, ",\"p\":", line.protocolCode);
+    }
+    if (all || line.level != before_->level) to = put(to, ",\"l\":", line.level);
     const auto start = line.startOffset;
     const auto end = line.endOffset;
     if (start != end || (start != 0 && start != kNoByte)) {
-      pair(out_, "\"s\"", start);
-      if (end != start) pair(out_, "\"e\"", end);
+      to = put(to, ",\"s\":", start);
+      if (end != start) to = put(to, ",\"e\":", end);
     }
     if (all || line.styleIndex != before_->styleIndex || line.styleGroup != before_->styleGroup) {
-      out_.append(",\"y\":[");
-      out_.number(line.styleIndex);
-      out_.append(',');
-      out_.number(line.styleGroup);
-      out_.append(']');
+      to = put(to, ",\"y\":[", line.styleIndex);
+      to = put(to, ",", line.styleGroup);
+      *to++ = ']';
     }
+    return to;
   }
 
   Output& out_;

@@ -34,6 +34,10 @@ class Chunk {
     const auto moved = reinterpret_cast<__m128i>(reinterpret_cast<Unsigned>(bytes_) + 0x60);
     return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpgt_epi8(moved, _mm_set1_epi8(0x7E + 0x60 - 0x100))));
   }
+  // Likewise for each byte that is this one.
+  [[nodiscard]] std::uint32_t equal(char c) const {
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c))));
+  }
   static std::size_t first(std::uint32_t unplain) { return static_cast<std::size_t>(std::countr_zero(unplain)); }
 
  private:
@@ -55,6 +59,11 @@ class Chunk {
     constexpr std::uint64_t kOnes = 0x0101010101010101;
     return ((bytes_ + kOnes) | bytes_ | (bytes_ - 0x20 * kOnes)) & (0x80 * kOnes);
   }
+  [[nodiscard]] std::uint64_t equal(char c) const {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    const auto zero_where_equal = bytes_ ^ static_cast<unsigned char>(c) * kOnes;
+    return (zero_where_equal - kOnes) & ~zero_where_equal & (0x80 * kOnes);
+  }
   static std::size_t first(std::uint64_t unplain) { return static_cast<std::size_t>(std::countr_zero(unplain)) / 8; }
 
  private:
@@ -75,14 +84,15 @@ inline bool is_plain(std::string_view bytes) {
 }
 
 // A line's text in one go, when it is plain: copies it to `to`, which has room for kLineRoom bytes, and returns the end
-// of the copy; null when a byte is not printable ASCII. A line has room for 129 bytes, so whole chunks up to its 128th
-// can be read wherever it ends.
+// of the copy; null when a byte is not printable ASCII, or one of `Special`. A line has room for 129 bytes, so whole
+// chunks up to its 128th can be read wherever it ends.
 constexpr std::size_t kLineRoom = 128;
-inline char* copy_plain_line(char* to, const char* text) {
+template <char... Special>
+char* copy_plain_line(char* to, const char* text) {
   for (std::size_t i = 0; i < kLineRoom; i += Chunk::kSize) {
     const Chunk chunk(text + i);
     chunk.store(to + i);
-    const auto unplain = chunk.unplain();
+    const auto unplain = (chunk.unplain() | ... | chunk.equal(Special));
     if (unplain == 0) continue;
     const std::size_t end = i + Chunk::first(unplain);
     return text[end] == 0 ? to + end : nullptr;
