@@ -103,8 +103,11 @@ std::string_view json_type(FieldType type) {
   return "";
 }
 
+// Two tables: the rows that one server has, and those of all servers. What is sent again replaces what is there,
+// because all rows of a file are on one server, and of those with the same file and frame one stays. `time` can be
+// absent, and what partitions cannot.
 void clickhouse_schema(Output& out) {
-  out.append("CREATE TABLE frames\n(\n    file String");
+  out.append("CREATE TABLE frames_local\n(\n    file String");
   each_field([&](const Field& field) {
     out.append(",\n    ");
     out.append(field.name);
@@ -112,7 +115,11 @@ void clickhouse_schema(Output& out) {
     out.append(clickhouse_type(field.type));
     if (field.part != Summary::kAlways) out.append(')');
   });
-  out.append("\n)\nENGINE = MergeTree()\nORDER BY (file, frame);\n");
+  out.append(
+      "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMM(ifNull(time, toDateTime(0, 'UTC')))\n"
+      "ORDER BY (file, frame);\n\n"
+      "CREATE TABLE frames AS frames_local\n"
+      "ENGINE = Distributed(wirelines, currentDatabase(), frames_local, sipHash64(file));\n");
 }
 
 void json_schema(Output& out) {
@@ -203,7 +210,7 @@ void add_classify(CLI::App& program, Run& run) {
                      "Print the definition of a row and end");
   app->footer(
       "Examples:\n"
-      "  wirelines classify --schema clickhouse | clickhouse-client\n"
+      "  wirelines classify --schema clickhouse | clickhouse-client --multiquery\n"
       "  wirelines classify trace.pcap |\n"
       "    clickhouse-client --query 'INSERT INTO frames FORMAT TSV'");
   app->callback([&run, options] { run = [options](Output& out) { return classify(*options, out); }; });

@@ -6,7 +6,6 @@
 #include <array>
 #include <chrono>
 #include <cstring>
-#include <limits>
 
 namespace wirelines::host {
 
@@ -17,6 +16,7 @@ constexpr std::uint8_t kTcp = 6;
 constexpr std::uint8_t kIcmpV6 = 58;
 constexpr std::uint16_t kEtherTypeIp6 = 0x86DD;
 constexpr std::uint16_t kPppoeSession = 0x8864;
+constexpr std::int64_t kYear2106 = 4291747200;  // dates in databases end before it
 
 // What a record holds before it is filled in: a field that still holds it was not written, or happens to have it.
 constexpr std::uint8_t kFill = 0xA5;
@@ -100,6 +100,10 @@ std::string_view bytes(const std::uint8_t (&address)[N]) {
   return {reinterpret_cast<const char*>(address), N};
 }
 
+std::string_view station(const Summary& summary, std::size_t offset) {
+  return {reinterpret_cast<const char*>(summary.lift.data()) + offset, 6};
+}
+
 using S = Summary;
 using T = FieldType;
 using V = FieldValue;
@@ -116,6 +120,19 @@ constexpr Field kFrameFields[] = {
     {"length", T::kUInt32, S::kAlways, [](const S& s) { return V{s.frame.length}; }, "Bytes captured"},
     {"originalLength", T::kUInt32, S::kAlways, [](const S& s) { return V{s.frame.original_length}; },
      "Bytes that the frame had on the wire"},
+    {"dstStation", T::kHex12, S::kStations,
+     [](const S& s) {
+       return V{0, station(s, 0)};
+     },
+     "MAC address of the destination; absent where the capture has none"},
+    {"srcStation", T::kHex12, S::kStations,
+     [](const S& s) {
+       return V{0, station(s, 6)};
+     },
+     "MAC address of the source, likewise"},
+    {"wrongChecksums", T::kUInt8, S::kAlways,
+     [](const S& s) { return V{static_cast<std::uint64_t>(s.wrong_checksums())}; },
+     "errorFlags without 128 and without what bytes that were not captured make wrong; 0 when none is"},
 };
 
 constexpr Field kSummaryFields[] = {
@@ -244,14 +261,15 @@ void put_member(Output& out, const Field& field, const Summary& summary) {
 
 // A field that could be there but holds the fill may have it from the frame: a second record, filled with something
 // else, tells. Few frames need it: those with less in them than their codes promise.
-Summary::Summary(const Frame& its_frame, const Lift& lift)
-    : frame(its_frame), record(classify(lift, kFill)), parts_(possible_parts()) {
+Summary::Summary(const Frame& its_frame, const Lift& its_lift)
+    : frame(its_frame), lift(its_lift), record(classify(lift, kFill)), parts_(possible_parts()) {
   if (const auto doubtful = untouched(record, parts_, kFill); doubtful != 0) {
     parts_ &= ~untouched(classify(lift, kOtherFill), doubtful, kOtherFill);
   }
   const bool arp = record.networkCode == WIRELINES_NET_ARP || record.networkCode == WIRELINES_NET_RARP;
   if ((parts_ & (kIp | kIp6 | kIpx)) != 0 && !arp) parts_ |= kProtocol;
-  if (whole_seconds(frame) <= std::numeric_limits<std::uint32_t>::max()) parts_ |= kTime;
+  if (whole_seconds(frame) < kYear2106) parts_ |= kTime;
+  if (lift.length() >= 12 && !lift.made_up()) parts_ |= kStations;
   wrong_checksums_ = host::wrong_checksums(frame, lift, record);
   lift.correct(record);
 }

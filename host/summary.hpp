@@ -33,10 +33,11 @@ class Summary {
     kTransportOffset = 1U << 11,
     kErrors = 1U << 12,
     kTime = 1U << 13,
+    kStations = 1U << 14,
   };
 
-  // `lift` holds the frame; both must stay as long as this.
-  Summary(const Frame& its_frame, const Lift& lift);
+  // `its_lift` holds the frame; both must stay as long as this.
+  Summary(const Frame& its_frame, const Lift& its_lift);
 
   [[nodiscard]] bool has(Part part) const { return (parts_ & part) == part; }
 
@@ -44,6 +45,7 @@ class Summary {
   [[nodiscard]] int wrong_checksums() const { return wrong_checksums_; }
 
   const Frame& frame;
+  const Lift& lift;
   PacketSummary record;
 
  private:
@@ -86,7 +88,7 @@ void put_value(Output& out, const Field& field, const Summary& summary);
 // "name":value, as JSON has it.
 void put_member(Output& out, const Field& field, const Summary& summary);
 
-// Number, offset, time and lengths of the frame.
+// What a row has besides the classifier's record: number, offset, time, lengths, stations, checksums that are wrong.
 std::span<const Field> frame_fields();
 
 // The classifier's record, in its order; the reserved bytes are left out.

@@ -343,25 +343,69 @@ TEST(Classify, rows) {
   const Folder folder;
   folder.file("a\tb\\.pcap", pcap_header() + pcap_record(ethernet_frame(17), 86400, 1500000, 60));
   const auto path = folder.path("");
-  EXPECT_EQ(printed("cd '" + path + "'; $W classify a*.pcap").substr(0, 69),
-            "a\\tb\\\\.pcap\t1\t24\t1970-01-02 00:00:01\t500000000\t17\t60\t4\t\\N\t\\N\t34997\t\\N");
+  EXPECT_EQ(printed("cd '" + path + "'; $W classify a*.pcap").substr(0, 97),
+            "a\\tb\\\\.pcap\t1\t24\t1970-01-02 00:00:01\t500000000\t17\t60\t010203040506\t0a0b0c0d0e0f\t0\t"
+            "4\t\\N\t\\N\t34997\t\\N");
   EXPECT_EQ(printed("cd '" + path + "'; $W classify -T jsonl a*.pcap"),
             R"({"file":"a\tb\\.pcap","frame":1,"offset":24,"time":"1970-01-02 00:00:01","nanoseconds":500000000,)"
-            R"("length":17,"originalLength":60,"frameKind":4,"etherType":34997})"
+            R"("length":17,"originalLength":60,"dstStation":"010203040506","srcStation":"0a0b0c0d0e0f",)"
+            R"("wrongChecksums":0,"frameKind":4,"etherType":34997})"
             "\n");
   folder.file("late.pcap", pcapng_header() + pcapng_record(ethernet_frame(17), 300000000000000000, 17));
   EXPECT_EQ(printed_objects("$W json " + folder.path("late.pcap"))[0].count("time"), 0U);
   EXPECT_NE(printed("$W classify " + folder.path("late.pcap")).find("late.pcap\t1\t48\t\\N\t"), std::string::npos);
 }
 
-// A column of the table is a column of the rows.
+// What a row has besides the classifier's record, and when: time, both stations, wrong checksums beside errorFlags.
+TEST(Classify, columns) {
+  constexpr std::uint32_t kEthernet = 1;
+  constexpr std::uint32_t kRawIp = 101;
+  const std::string mac = "010203040506 0A0B0C0D0E0F ";
+  const std::string wrong_ip = "45000014 00000000 4002 FFFF 0A000001 C0A80002";
+  const std::string wrong_tcp =
+      "45000028 00000000 4006 0000 0A000001 C0A80002 0050A5A5 00000000 00000000 50120000 FFFF0000";
+  const std::string stations = "010203040506\t0a0b0c0d0e0f\t";
+  const struct {
+    const char* what;
+    std::uint32_t link;
+    std::string frame;
+    std::uint64_t seconds;
+    std::uint32_t missing;  // bytes of the frame that were not captured
+    std::string columns;
+  } kCases[] = {
+      {"one byte short of stations", kEthernet, mac.substr(0, 23), 0, 0, "1970-01-01 00:00:00\t\\N\t\\N\t0\t\\N\n"},
+      {"stations, nothing else", kEthernet, mac, 0, 0, "1970-01-01 00:00:00\t" + stations + "0\t\\N\n"},
+      {"without Ethernet", kRawIp, wrong_ip, 0, 0, "1970-01-01 00:00:00\t\\N\t\\N\t1\t129\n"},
+      {"TCP", kEthernet, mac + "0800" + wrong_tcp, 0, 0, "1970-01-01 00:00:00\t" + stations + "4\t132\n"},
+      {"TCP, cut", kEthernet, mac + "0800" + wrong_tcp, 0, 1, "1970-01-01 00:00:00\t" + stations + "0\t132\n"},
+      {"IPv4, cut", kEthernet, mac + "0800" + wrong_ip, 0, 1, "1970-01-01 00:00:00\t" + stations + "1\t129\n"},
+      {"last time", kEthernet, mac, 4291747199, 0, "2105-12-31 23:59:59\t" + stations + "0\t\\N\n"},
+      {"no time", kEthernet, mac, 4291747200, 0, "\\N\t" + stations + "0\t\\N\n"},
+  };
+  const Folder folder;
+  for (const auto& c : kCases) {
+    const auto frame = bytes(c.frame);
+    const auto length = static_cast<std::uint32_t>(frame.size()) + c.missing;
+    const auto trace =
+        folder.file("t.pcapng", pcapng_header(c.link) + pcapng_record(frame, c.seconds * 1000000, length));
+    EXPECT_EQ(printed("$W classify " + trace + " | cut -f 4,8-10,33"), c.columns) << c.what;
+  }
+}
+
+// A column of the table is a column of the rows. What is repeated replaces what is there: on one server, by what stays
+// the same.
 TEST(Classify, clickhouse) {
   const auto table = printed("$W classify --schema clickhouse");
   const std::regex column(
       "\n    [a-zA-Z0-9]+ (Nullable\\()?(U?Int(8|16|32|64)|String|FixedString\\([0-9]+\\)|"
       "DateTime\\('UTC'\\))\\)?,?(?=\n)");
   const auto columns = std::distance(std::sregex_iterator(table.begin(), table.end(), column), {});
-  EXPECT_EQ(columns, std::count(table.begin(), table.end(), '\n') - 5) << table;
+  const auto end = table.find("\n)\n");
+  EXPECT_EQ(columns, std::count(table.begin(), table.begin() + static_cast<std::ptrdiff_t>(end), '\n') - 1) << table;
+  EXPECT_EQ(table.substr(end),
+            "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMM(ifNull(time, toDateTime(0, 'UTC')))\n"
+            "ORDER BY (file, frame);\n\nCREATE TABLE frames AS frames_local\n"
+            "ENGINE = Distributed(wirelines, currentDatabase(), frames_local, sipHash64(file));\n");
   const auto row = printed("$W classify -c 1 " SOURCE_DIR "/examples/dns.pcap");
   EXPECT_EQ(columns, std::count(row.begin(), row.end(), '\t') + 1);
 }
