@@ -104,8 +104,7 @@ std::string_view json_type(FieldType type) {
 }
 
 // Two tables: the rows that one server has, and those of all servers. What is sent again replaces what is there,
-// because all rows of a file are on one server, and of those with the same file and frame one stays. `time` can be
-// absent, and what partitions cannot.
+// because all rows of a file are on one server, and of those with the same file and frame one stays.
 void clickhouse_schema(Output& out) {
   out.append("CREATE TABLE frames_local\n(\n    file String");
   each_field([&](const Field& field) {
@@ -116,7 +115,7 @@ void clickhouse_schema(Output& out) {
     if (field.part != Summary::kAlways) out.append(')');
   });
   out.append(
-      "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMM(ifNull(time, toDateTime(0, 'UTC')))\n"
+      "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMMDD(time)\n"
       "ORDER BY (file, frame);\n\n"
       "CREATE TABLE frames AS frames_local\n"
       "ENGINE = Distributed(wirelines, currentDatabase(), frames_local, sipHash64(file));\n");

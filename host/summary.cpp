@@ -113,8 +113,12 @@ constexpr Field kFrameFields[] = {
      "Number of the frame, from 1, through all traces"},
     {"offset", T::kUInt64, S::kAlways, [](const S& s) { return V{s.frame.offset}; },
      "Offset of the frame's record in its (decompressed) trace, or of the blocks before it"},
-    {"time", T::kDateTime, S::kTime, [](const S& s) { return V{static_cast<std::uint64_t>(whole_seconds(s.frame))}; },
-     "Second of the capture, in UTC; absent after 2105"},
+    {"time", T::kDateTime, S::kAlways,
+     [](const S& s) {
+       const auto seconds = whole_seconds(s.frame);
+       return V{seconds < kYear2106 ? static_cast<std::uint64_t>(seconds) : 0};
+     },
+     "Second of the capture, in UTC; 1970-01-01 00:00:00 instead of one after 2105"},
     {"nanoseconds", T::kUInt32, S::kAlways, [](const S& s) { return V{fraction(s.frame)}; },
      "Nanoseconds within that second"},
     {"length", T::kUInt32, S::kAlways, [](const S& s) { return V{s.frame.length}; }, "Bytes captured"},
@@ -268,7 +272,6 @@ Summary::Summary(const Frame& its_frame, const Lift& its_lift)
   }
   const bool arp = record.networkCode == WIRELINES_NET_ARP || record.networkCode == WIRELINES_NET_RARP;
   if ((parts_ & (kIp | kIp6 | kIpx)) != 0 && !arp) parts_ |= kProtocol;
-  if (whole_seconds(frame) < kYear2106) parts_ |= kTime;
   if (lift.length() >= 12 && !lift.made_up()) parts_ |= kStations;
   wrong_checksums_ = host::wrong_checksums(frame, lift, record);
   lift.correct(record);

@@ -32,8 +32,7 @@ class Summary {
     kNetworkOffset = 1U << 10,
     kTransportOffset = 1U << 11,
     kErrors = 1U << 12,
-    kTime = 1U << 13,
-    kStations = 1U << 14,
+    kStations = 1U << 13,
   };
 
   // `its_lift` holds the frame; both must stay as long as this.

@@ -353,7 +353,8 @@ TEST(Classify, rows) {
             "\n");
   folder.file("late.pcap", pcapng_header() + pcapng_record(ethernet_frame(17), 300000000000000000, 17));
   EXPECT_EQ(printed_objects("$W json " + folder.path("late.pcap"))[0].count("time"), 0U);
-  EXPECT_NE(printed("$W classify " + folder.path("late.pcap")).find("late.pcap\t1\t48\t\\N\t"), std::string::npos);
+  EXPECT_NE(printed("$W classify " + folder.path("late.pcap")).find("late.pcap\t1\t48\t1970-01-01 00:00:00\t"),
+            std::string::npos);
 }
 
 // What a row has besides the classifier's record, and when: time, both stations, wrong checksums beside errorFlags.
@@ -380,7 +381,7 @@ TEST(Classify, columns) {
       {"TCP, cut", kEthernet, mac + "0800" + wrong_tcp, 0, 1, "1970-01-01 00:00:00\t" + stations + "0\t132\n"},
       {"IPv4, cut", kEthernet, mac + "0800" + wrong_ip, 0, 1, "1970-01-01 00:00:00\t" + stations + "1\t129\n"},
       {"last time", kEthernet, mac, 4291747199, 0, "2105-12-31 23:59:59\t" + stations + "0\t\\N\n"},
-      {"no time", kEthernet, mac, 4291747200, 0, "\\N\t" + stations + "0\t\\N\n"},
+      {"too late", kEthernet, mac, 4291747200, 0, "1970-01-01 00:00:00\t" + stations + "0\t\\N\n"},
   };
   const Folder folder;
   for (const auto& c : kCases) {
@@ -403,7 +404,7 @@ TEST(Classify, clickhouse) {
   const auto end = table.find("\n)\n");
   EXPECT_EQ(columns, std::count(table.begin(), table.begin() + static_cast<std::ptrdiff_t>(end), '\n') - 1) << table;
   EXPECT_EQ(table.substr(end),
-            "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMM(ifNull(time, toDateTime(0, 'UTC')))\n"
+            "\n)\nENGINE = ReplacingMergeTree()\nPARTITION BY toYYYYMMDD(time)\n"
             "ORDER BY (file, frame);\n\nCREATE TABLE frames AS frames_local\n"
             "ENGINE = Distributed(wirelines, currentDatabase(), frames_local, sipHash64(file));\n");
   const auto row = printed("$W classify -c 1 " SOURCE_DIR "/examples/dns.pcap");
