@@ -56,7 +56,8 @@ int run_program(int argc, char** argv) {
       "Examples:\n"
       "  wirelines list trace.pcap                  a line for every frame\n"
       "  wirelines show -N 12 trace.pcap            all of frame 12");
-  program.require_subcommand(0, 1);  // a word after the first is never taken for another subcommand
+  program.allow_windows_style_options(false);  // "/trace.pcap" is a trace on every system
+  program.require_subcommand(0, 1);            // a word after the first is never taken for another subcommand
   Run run;
   for (auto* add_command : kCommands) add_command(program, run);
   try {
@@ -87,7 +88,9 @@ int run_program(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+#ifdef SIGPIPE
   (void)std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is met where we write
+#endif
   try {
     return run_program(argc, argv);
   } catch (const std::exception& error) {  // memory is exhausted, most likely

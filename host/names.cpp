@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 #include "failure.hpp"
@@ -41,7 +42,7 @@ void make_line_bytes() {
 // The XDG rules: a folder that is not absolute does not count.
 std::string user_names() {
   const char* config = std::getenv("XDG_CONFIG_HOME");
-  if (config != nullptr && config[0] == '/') return std::string(config) + "/wirelines/names";
+  if (config != nullptr && std::filesystem::path(config).is_absolute()) return std::string(config) + "/wirelines/names";
   const char* home = std::getenv("HOME");
   return home != nullptr && home[0] == '/' ? std::string(home) + "/.config/wirelines/names" : "";
 }

@@ -37,7 +37,7 @@ std::string end_of_links(fs::path path) {
     if (error) break;
     path = path.parent_path() / target;
   }
-  return path;
+  return path.string();
 }
 
 fs::path folder_of(const std::string& path) {
@@ -108,7 +108,7 @@ std::optional<NameKey> make_key(NickNameKind kind, const std::string& text, cons
 }
 
 NamesFile::NamesFile(const std::string& path) : path_(end_of_links(path)) {
-  const auto folder = folder_of(path_);
+  const auto folder = folder_of(path_).string();
   std::error_code error;
   fs::create_directories(folder, error);
   if (error) throw cannot_write(folder, error.value());

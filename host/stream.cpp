@@ -44,6 +44,13 @@ void Stream::find_kind() {
   }
 }
 
+// A pipe has no position, and data that begin elsewhere have another one.
+int Stream::whole_file() const {
+  const bool whole = kind_ == Kind::kPlain && offset_ == 0 &&
+                     lseek(fd_, 0, SEEK_CUR) == static_cast<off_t>(file_bytes_.size() + bytes_.size());
+  return whole ? fd_ : -1;
+}
+
 // Gets more bytes of the file behind those that are left; false at its end.
 bool Stream::fill_file() {
   if (!file_bytes_.empty()) std::memmove(file_buffer_.data(), file_bytes_.data(), file_bytes_.size());

@@ -33,6 +33,9 @@ class Stream {
   [[nodiscard]] std::uint64_t offset() const { return offset_; }
   [[nodiscard]] bool compressed() const { return kind_ != Kind::kPlain; }
 
+  // The descriptor when the data are all of a file, as it stands, and nothing was taken; otherwise -1.
+  [[nodiscard]] int whole_file() const;
+
   // Why the data broke off; empty as long as they did not.
   [[nodiscard]] const std::string& problem() const { return problem_; }
 

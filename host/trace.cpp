@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "lift.hpp"
+#include "stream_file.hpp"
 
 namespace wirelines::host {
 
@@ -28,17 +29,6 @@ int open_trace(const std::string& name) {
                   name + ": no permission to read it; its owner or root can grant it: chmod a+r " + in_quotes(name));
   }
   throw Failure(EX_NOINPUT, name + ": cannot be opened: " + error_text(error));
-}
-
-ssize_t read_stream(void* stream, char* to, std::size_t size) {
-  return static_cast<ssize_t>(static_cast<Stream*>(stream)->read(to, size));
-}
-
-// Answers where the stream is, which is all that ftello asks for.
-int seek_stream(void* stream, off64_t* offset, int whence) {
-  if (*offset != 0 || whence != SEEK_CUR) return -1;
-  *offset = static_cast<off64_t>(static_cast<Stream*>(stream)->offset());
-  return 0;
 }
 
 }  // namespace
@@ -66,7 +56,7 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_
     throw Failure(EX_DATAERR, shown_name() + ": " + (problem.empty() ? "is empty" : problem));
   }
 
-  FILE* file = fopencookie(stream_.get(), "rb", {read_stream, nullptr, seek_stream, nullptr});
+  FILE* file = stream_file(*stream_);
   if (file == nullptr) throw std::bad_alloc();
 
   std::array<char, PCAP_ERRBUF_SIZE> error{};

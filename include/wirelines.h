@@ -31,9 +31,7 @@
 
 #include <stdint.h>
 
-#if defined(_WIN32)
-#define WIRELINES_API __declspec(dllimport)
-#elif defined(__GNUC__)
+#if defined(__GNUC__) && !defined(_WIN32)
 #define WIRELINES_API __attribute__((visibility("default")))
 #else
 #define WIRELINES_API

@@ -19,7 +19,7 @@ struct Handler {
 
 // The two words change together, so they are copied out under a lock; the handler itself runs outside of it and may
 // call back into this module.
-constinit std::mutex g_mutex;
+std::mutex g_mutex;
 constinit Handler g_handler;
 
 // A zero-terminated line on the stack; what does not fit is dropped.

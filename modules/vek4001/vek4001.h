@@ -9,9 +9,7 @@
 
 #if defined(_WIN32) && defined(vek4001_EXPORTS) /* while the module itself is built */
 #define VEK4001_API __declspec(dllexport)
-#elif defined(_WIN32)
-#define VEK4001_API __declspec(dllimport)
-#elif defined(__GNUC__)
+#elif defined(__GNUC__) && !defined(_WIN32)
 #define VEK4001_API __attribute__((visibility("default")))
 #else
 #define VEK4001_API

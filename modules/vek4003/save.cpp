@@ -28,7 +28,8 @@ const char* failed(const char* step, int error) {
 // The new file, under a name of its own until it takes its place. Goes away unless it did.
 class NewFile {
  public:
-  explicit NewFile(const fs::path& target) : directory_(target.has_parent_path() ? target.parent_path() : ".") {}
+  explicit NewFile(const fs::path& target)
+      : directory_(target.has_parent_path() ? target.parent_path().string() : ".") {}
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   ~NewFile() {
@@ -40,7 +41,7 @@ class NewFile {
   bool create(mode_t mode) {
     static std::atomic<unsigned> serial = 0;
     for (int tries = 0; tries < 100; ++tries) {  // a name may be left over from a process that was killed
-      auto path = directory_ / (".wirelines-" + std::to_string(getpid()) + "-" + std::to_string(serial++) + ".tmp");
+      auto path = directory_ + "/.wirelines-" + std::to_string(getpid()) + "-" + std::to_string(serial++) + ".tmp";
       fd_ = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
       if (fd_ >= 0) {
         path_ = std::move(path);
@@ -69,7 +70,7 @@ class NewFile {
 
   bool finish() { return fsync(fd_) == 0 && close(std::exchange(fd_, -1)) == 0; }
 
-  bool replace(const fs::path& target) {
+  bool replace(const std::string& target) {
     if (rename(path_.c_str(), target.c_str()) != 0) return false;
     path_.clear();
     // The file is there; that its directory reaches the disk too is an extra that not every file system has.
@@ -82,8 +83,8 @@ class NewFile {
   }
 
  private:
-  fs::path directory_;
-  fs::path path_;
+  std::string directory_;
+  std::string path_;
   int fd_ = -1;
 };
 
@@ -101,8 +102,9 @@ bool follow_links(fs::path& path) {
 }  // namespace
 
 const char* replace_file(const char* file, std::string_view text) {
-  fs::path target = file;
-  if (!follow_links(target)) return failed("cannot be followed", ELOOP);
+  fs::path end = file;
+  if (!follow_links(end)) return failed("cannot be followed", ELOOP);
+  const auto target = end.string();
 
   struct stat old {};
   const bool exists = stat(target.c_str(), &old) == 0;

@@ -2,8 +2,8 @@
  * vek4003: the name module. It knows the names that a user gave to stations, addresses, ports, SAPs and EtherTypes.
  *
  * libwirelines calls the six look-ups and nothing else. A host with names of its own defines all six look-ups in its
- * program, which are then taken instead of the ones here, or puts a library of its own under this name.
- * Everything here is looked up in memory; nothing ever asks a network.
+ * program, which are then taken instead of the ones here (not from a DLL of Windows), or puts a library of its own
+ * under this name. Everything here is looked up in memory; nothing ever asks a network.
  *
  * Threads. Every function may run on any number of threads at once; a look-up gives a name as it was before or after
  * another thread's change, never a mixture. Callbacks are called on the caller's thread with no lock held, so they may
@@ -15,9 +15,7 @@
 
 #if defined(_WIN32) && defined(vek4003_EXPORTS) /* while the module itself is built */
 #define VEK4003_API __declspec(dllexport)
-#elif defined(_WIN32)
-#define VEK4003_API __declspec(dllimport)
-#elif defined(__GNUC__)
+#elif defined(__GNUC__) && !defined(_WIN32)
 #define VEK4003_API __attribute__((visibility("default")))
 #else
 #define VEK4003_API
