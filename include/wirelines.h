@@ -12,8 +12,9 @@
  * thread and freed there. The analysis settings (SetAnalyzeInfo) are shared by all threads.
  *
  * Errors. Nothing is thrown. When memory runs out ErrMessage(101) of the message module (vek4001.h) has been called,
- * the decode ends, and the lines made so far stay in the list and are valid. There is no other error: a frame that
- * makes no sense is shown as far as it does, and the rest as a data block.
+ * the decode ends, and the lines made so far stay in the list and are valid. The same happens when one call has made
+ * 1,000,000 lines, which only a frame made for it can need. There is no other error: a frame that makes no sense is
+ * shown as far as it does, and the rest as a data block.
  *
  * Input. Any bytes of any length are accepted; a length below 0 has no bytes. A byte past the end of the data handed in
  * reads as zero and is never touched. The data is read during the call only and never changed. Pointers are not

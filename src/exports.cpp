@@ -26,10 +26,9 @@ using wirelines::Bytes;
 
 std::atomic<uint32_t> analyze_info[5];
 
-// A call from the host begins afresh: memory may be had again.
 wirelines::DecodeState& fresh_state() {
   wirelines::DecodeState& s = wirelines::state();
-  s.out_of_memory = false;
+  s.begin();
   return s;
 }
 

@@ -19,11 +19,13 @@ thread_local constinit DecodeState decode_state;
 
 void report_out_of_memory() {
   decode_state.out_of_memory = true;
+  decode_state.endCount = decode_state.lineCount;
   ErrMessage(VEK4001_OUT_OF_MEMORY);
 }
 
 char* take_text(DecodeState& s) {
-  if (s.out_of_memory) [[unlikely]] {
+  if (s.lineCount == s.endCount) [[unlikely]] {
+    if (!s.out_of_memory) report_out_of_memory();
     return nullptr;
   }
   char* const text = new_text(s.slab);
@@ -97,7 +99,7 @@ bool append_line(LineList& list, char* text, const LineAttributes& attributes) {
 
 DisplayLine* new_line(LineList& list) {
   DecodeState& s = decode_state;
-  if (s.out_of_memory || !has_text(s.slab) || list.count >= list.capacity) [[unlikely]] {
+  if (s.lineCount == s.endCount || !has_text(s.slab) || list.count >= list.capacity) [[unlikely]] {
     return new_line_with_memory(list);
   }
   DisplayLine* const record = new_record(new_text(s.slab));

@@ -11,14 +11,19 @@ namespace wirelines {
 
 struct Slab;
 
+// The most lines of one call, some 190 MB of them. Blocks of an SMB chain may overlap, and so may the names of NetBIOS
+// records: without it a frame of 64 KB could have hundreds of millions. What stations send has some thousands.
+constexpr uint32_t kMostLines = 1'000'000;
+
 // What all decoders of one decode share. Each thread has its own.
 struct DecodeState {
   uint32_t charSetMode = 0;
-  uint32_t lineCount = 0;      // line buffers made, and so the index of the next line
-  uint32_t topLineIndex = 0;   // title of the innermost layer that marked itself
-  uint32_t frameOffset = 0;    // frame offset of the layer now being decoded; every range is built on it
-  uint32_t andxDepth = 0;      // command blocks of the current SMB message so far
-  bool out_of_memory = false;  // a line could not be made: the decode is over
+  uint32_t lineCount = 0;          // line buffers made, and so the index of the next line
+  uint32_t topLineIndex = 0;       // title of the innermost layer that marked itself
+  uint32_t frameOffset = 0;        // frame offset of the layer now being decoded; every range is built on it
+  uint32_t andxDepth = 0;          // command blocks of the current SMB message so far
+  bool out_of_memory = false;      // a line could not be made: the decode is over
+  uint32_t endCount = kMostLines;  // the lineCount from which no line can be made
 
   Slab* slab = nullptr;  // where this thread takes its lines from
 
@@ -29,7 +34,13 @@ struct DecodeState {
   void reset(uint32_t mode) {
     charSetMode = mode;
     lineCount = topLineIndex = frameOffset = 0;
+    begin();
+  }
+
+  // A call from the host begins: memory may be had again.
+  void begin() {
     out_of_memory = false;
+    endCount = lineCount + kMostLines;
   }
 };
 
