@@ -1,4 +1,4 @@
-// Frames of the traces in ../shared/captures, when they are there.
+// Frames of traces: of the samples in examples/, and of the traces in ../shared/captures when they are there.
 #pragma once
 
 #include <pcap/pcap.h>
@@ -14,6 +14,7 @@
 namespace wirelines::test {
 
 inline constexpr const char* kTraces = SOURCE_DIR "/../shared/captures";
+inline constexpr const char* kSamples = SOURCE_DIR "/examples";
 
 inline bool traces_there() {
   return std::filesystem::is_directory(kTraces);
@@ -22,9 +23,9 @@ inline bool traces_there() {
 // Calls `use(place, frame, time)` with each frame of each trace, from a heap copy of exactly its size. Returns how many
 // there were, or -1 when a trace could not be read.
 template <typename Use>
-int for_each_trace_frame(Use use) {
+int for_each_trace_frame(Use use, const char* folder = kTraces) {
   int frames = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(kTraces)) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (entry.path().extension() != ".pcap") continue;
     char error[PCAP_ERRBUF_SIZE];
     pcap_t* const trace = pcap_open_offline(entry.path().c_str(), error);
