@@ -1,7 +1,9 @@
 /** @file
  * vek4001: the message module. It tells the user what went wrong, by code.
  *
- * libwirelines calls ErrMessage and nothing else; a host may put a library of its own under this name instead. */
+ * libwirelines calls ErrMessage and nothing else; a host may put a library of its own under this name instead.
+ *
+ * Threads. Both functions may run on any number of threads at once. */
 #ifndef VEK4001_H
 #define VEK4001_H
 
