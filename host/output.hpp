@@ -35,7 +35,9 @@ class Output {
   }
 
   void blanks(std::size_t count) {
-    while (count-- > 0) append(' ');
+    char* const to = reserve(count);
+    std::memset(to, ' ', count);
+    commit(to + count);
   }
 
   // Room for `size` bytes, at most 65536: written to by the caller, who then tells where it ended.
@@ -50,12 +52,13 @@ class Output {
     next_ = std::to_chars(next_, next_ + 20, value).ptr;
   }
 
-  // `value` with zeros in front to `width` digits; at most 10.
+  // `value` with zeros in front to `width` digits; at most 20.
   void number(std::uint64_t value, int width) {
-    for (std::uint64_t limit = 10; width > 1; width--, limit *= 10) {
-      if (value < limit) append('0');
-    }
-    number(value);
+    char* const to = reserve(20);
+    auto rest = value;
+    for (int i = width; i-- > 0; rest /= 10) to[i] = static_cast<char>('0' + rest % 10);
+    if (rest != 0) return number(value);
+    commit(to + width);
   }
 
   // `value` with blanks in front to `width` columns.

@@ -1,12 +1,12 @@
 #include "rows.hpp"
 
-#include <arpa/inet.h>
 #include <vek4003.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
 
+#include "ip6_text.hpp"
 #include "packet.hpp"
 #include "summary.hpp"
 
@@ -48,6 +48,9 @@ constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up giv
 // A short text put together by hand: an address, or the user's name for it.
 class Label {
  public:
+  Label() = default;
+  explicit Label(std::string_view text) { append(text); }
+
   const char* c_str() {
     text_[size_] = '\0';
     return text_;
@@ -59,9 +62,14 @@ class Label {
     std::memcpy(text_ + size_, text.data(), text.size());
     size_ += text.size();
   }
-  void number(std::uint32_t value, int base) {
+  void append(const Label& label) {
+    append(label.view());
+    named_ |= label.named_;
+  }
+  template <typename... Base>
+  void number(std::uint32_t value, Base... base) {
     char* const end = text_ + size_;
-    size_ = static_cast<std::size_t>(std::to_chars(end, end + 10, value, base).ptr - text_);
+    size_ = static_cast<std::size_t>(std::to_chars(end, end + 10, value, base...).ptr - text_);
   }
   void hex(std::uint8_t byte) {
     constexpr const char* kDigits = "0123456789abcdef";
@@ -75,11 +83,15 @@ class Label {
     if (to_name(c_str(), name) != 1) return;
     size_ = 0;
     append(std::string_view(name));
+    named_ = true;
   }
+  // A name may have characters that have to be converted, an address has none.
+  [[nodiscard]] bool named() const { return named_; }
 
  private:
   char text_[64];  // the longest: an IPv6 address, and an IPX network with the name of a station
   std::size_t size_ = 0;
+  bool named_ = false;
 };
 
 Label station(const std::uint8_t* mac) {
@@ -96,16 +108,16 @@ Label ip(const std::uint8_t* address) {
   Label label;
   for (int i = 0; i < 4; i++) {
     if (i > 0) label.append('.');
-    label.number(address[i], 10);
+    label.number(address[i]);
   }
   label.look_up(IpStrToNickName);
   return label;
 }
 
 Label ip6(const std::uint8_t* address) {
-  char text[INET6_ADDRSTRLEN];
+  Ip6Text text(address);
   Label label;
-  label.append(std::string_view(inet_ntop(AF_INET6, address, text, sizeof text)));
+  label.append(text.view());
   label.look_up(Ip6StrToNickName);
   return label;
 }
@@ -121,7 +133,7 @@ Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
   Label address;
   for (int i = 0; i < 6; i++) address.hex(node[i]);
   address.look_up(StationToNickName);
-  label.append(address.view());
+  label.append(address);
   return label;
 }
 
@@ -222,26 +234,31 @@ void RowPrinter::time(const Frame& frame) {
 void RowPrinter::addresses(const Packet& packet) {
   const auto& s = packet.summary;
   if (s.networkCode == WIRELINES_NET_IPX) {
-    address_columns(ipx(s.ipxSrcNet, s.ipxSrcNode).view(), ipx(s.ipxDstNet, s.ipxDstNode).view());
+    address_columns(ipx(s.ipxSrcNet, s.ipxSrcNode), ipx(s.ipxDstNet, s.ipxDstNode));
   } else if (packet.whole_ip6()) {
-    address_columns(ip6(s.srcIp6).view(), ip6(s.dstIp6).view());
+    address_columns(ip6(s.srcIp6), ip6(s.dstIp6));
   } else if (packet.whole_ip()) {
-    address_columns(ip(s.srcIp).view(), ip(s.dstIp).view());
+    address_columns(ip(s.srcIp), ip(s.dstIp));
   } else {
     // A header made up has no destination, and a source only where its frame told one.
     const auto* const data = packet.lift.data();
     const bool made_up = packet.lift.made_up();
     const bool source = packet.has(12) && !(made_up && std::all_of(data + 6, data + 12, [](int b) { return b == 0; }));
-    address_columns(source ? station(data + 6).view() : "-", packet.has(6) && !made_up ? station(data).view() : "-");
+    address_columns(source ? station(data + 6) : Label("-"), packet.has(6) && !made_up ? station(data) : Label("-"));
   }
 }
 
-void RowPrinter::address_columns(std::string_view source, std::string_view destination) {
-  for (const auto address : {source, destination}) {
-    text_.append(out_, address);
+template <typename Label>
+void RowPrinter::address_columns(const Label& source, const Label& destination) {
+  for (const Label* address : {&source, &destination}) {
+    const auto text = address->view();
+    if (address->named()) {
+      text_.append(out_, text);
+    } else {
+      out_.append(text);
+    }
     // In code page 932 a text has as many bytes as columns.
-    if (address.size() < kAddressWidth) out_.blanks(kAddressWidth - address.size());
-    out_.append(' ');
+    out_.blanks(std::max(kAddressWidth, text.size()) - text.size() + 1);
   }
 }
 

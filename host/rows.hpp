@@ -40,7 +40,8 @@ class RowPrinter {
   void sap_note(const Packet& packet);
   void type_note(std::string_view label, std::uint16_t type);
 
-  void address_columns(std::string_view source, std::string_view destination);
+  template <typename Label>
+  void address_columns(const Label& source, const Label& destination);
   void name(std::string_view name);
   void hex(std::uint32_t value, int digits);
 

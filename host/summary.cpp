@@ -1,11 +1,11 @@
 #include "summary.hpp"
 
-#include <arpa/inet.h>
-
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstring>
+
+#include "ip6_text.hpp"
 
 namespace wirelines::host {
 
@@ -82,8 +82,7 @@ void put_ip(Output& out, std::string_view address) {
 }
 
 void put_ip6(Output& out, std::string_view address) {
-  char text[INET6_ADDRSTRLEN];
-  out.append(inet_ntop(AF_INET6, address.data(), text, sizeof text));
+  out.append(Ip6Text(reinterpret_cast<const std::uint8_t*>(address.data())).view());
 }
 
 void put_hex(Output& out, std::string_view bytes) {

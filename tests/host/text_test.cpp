@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "files.hpp"
+#include "host/ip6_text.hpp"
 #include "host/plain.hpp"
 #include "written.hpp"
 
@@ -102,6 +104,18 @@ TEST(Output, beyond_its_buffer) {
   }
   std::ifstream in(path, std::ios::binary);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), wanted);
+}
+
+// Every choice of words that are zero, so every run that may be left out.
+TEST(Ip6Text, as_inet_ntop) {
+  for (unsigned words = 0; words < 256; words++) {
+    std::array<std::uint8_t, 16> address{};
+    for (unsigned i = 0; i < 8; i++) {
+      if ((words >> i & 1) != 0) address[2 * i + i % 2] = static_cast<std::uint8_t>(0x0A + 0x10 * i);
+    }
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    EXPECT_EQ(Ip6Text(address.data()).view(), inet_ntop(AF_INET6, address.data(), text.data(), text.size()));
+  }
 }
 
 TEST(Output, remembers_the_first_error) {
