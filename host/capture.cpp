@@ -48,7 +48,15 @@ int capture(CaptureOptions& options, Output& out) {
 
   std::uint64_t frames = 0;
   int exit_code = 0;
-  try {
+  const auto attempt = [&exit_code](const auto& work) {
+    try {
+      work();
+    } catch (const Failure& failure) {
+      complain(failure.what());
+      exit_code = failure.exit_code();
+    }
+  };
+  attempt([&] {
     device.before_wait([&recorder] {
       recorder.flush();
       return !recorder.reader_gone();
@@ -56,11 +64,9 @@ int capture(CaptureOptions& options, Output& out) {
     for (Frame frame{}; frames < input.count && !recorder.reader_gone() && device.next(frame); frames++) {
       recorder.write(frame);
     }
-    recorder.flush();
-  } catch (const Failure& failure) {
-    complain(failure.what());
-    exit_code = failure.exit_code();
-  }
+  });
+  // Also what came before the interface failed.
+  attempt([&] { recorder.flush(); });
   device.tell_counts(frames, "captured", input.quiet || recorder.reader_gone());
   return exit_code;
 }
