@@ -43,6 +43,7 @@ void add_dump(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("dump", "Show the bytes of frames in hexadecimal and as text");
   auto options = std::make_shared<DumpOptions>();
   add_input_options(*app, options->input);
+  add_at_option(*app, options->input);
   add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_utc_option(*app);

@@ -44,6 +44,8 @@ std::string FrameRanges::add(std::string_view text) {
     added.push_back({*first, *last});
   }
   for (const auto& range : added) last_ = std::max(last_, range.last);
+  if (ranges_.empty()) first_ = added.front().first;
+  for (const auto& range : added) first_ = std::min(first_, range.first);
   ranges_.insert(ranges_.end(), added.begin(), added.end());
   return "";
 }

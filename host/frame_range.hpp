@@ -17,6 +17,10 @@ class FrameRanges {
   // Whether frame `number` is chosen; without any choice every frame is.
   [[nodiscard]] bool contains(std::uint64_t number) const;
 
+  // The first frame that can be chosen, and whether any frame can.
+  [[nodiscard]] std::uint64_t first() const { return first_; }
+  [[nodiscard]] bool all() const { return ranges_.empty(); }
+
   // Whether no frame from `number` on can be chosen: time to stop reading.
   [[nodiscard]] bool ends_before(std::uint64_t number) const { return !ranges_.empty() && last_ < number; }
 
@@ -25,6 +29,7 @@ class FrameRanges {
     std::uint64_t first, last;
   };
   std::vector<Range> ranges_;
+  std::uint64_t first_ = 1;
   std::uint64_t last_ = 0;
 };
 

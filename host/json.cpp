@@ -214,6 +214,7 @@ void add_json(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("json", "Write frames as JSON Lines, for programs");
   auto options = std::make_shared<JsonOptions>();
   add_input_options(*app, options->input);
+  add_at_option(*app, options->input);
   add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_display_filter_option(*app, options->input);

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "failure.hpp"
+#include "replace_file.hpp"
 
 namespace wirelines::host {
 
@@ -22,11 +23,6 @@ constexpr std::size_t kLongestLine = 8192;  // the module passes over longer one
 
 Failure cannot_read(const std::string& path, int error) {
   return {error == EACCES ? EX_NOPERM : EX_NOINPUT, path + ": cannot be read: " + error_text(error)};
-}
-
-Failure cannot_write(const std::string& path, int error) {
-  const bool permission = error == EACCES || error == EPERM;
-  return {permission ? EX_NOPERM : EX_IOERR, path + ": cannot be written: " + error_text(error)};
 }
 
 // The file at the end of symbolic links, which need not exist. A circle is met when it is opened.
@@ -70,15 +66,6 @@ Parts parts_of(std::string_view line) {
   }
   return {line.substr(begin, kind_end - begin), line.substr(key_begin, key_end - key_begin), line.substr(0, name_begin),
           line.substr(name_begin, name_end - name_begin), line.substr(name_end)};
-}
-
-bool write_all(int fd, std::string_view text) {
-  while (!text.empty()) {
-    const auto written = write(fd, text.data(), text.size());
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
 }
 
 }  // namespace
@@ -191,31 +178,7 @@ void NamesFile::save() const {
   for (const auto& line : lines_) text += line;
   if (exists_ && text == text_) return;
   if (exists_ && access(path_.c_str(), W_OK) != 0) throw cannot_write(path_, errno);
-  write(text);
-}
-
-// To a file beside it, which then takes its place: at each moment the old one or the new one is there, whole.
-void NamesFile::write(const std::string& text) const {
-  const auto fresh = path_ + ".new-" + std::to_string(getpid());
-  unlink(fresh.c_str());  // left over from a process of this number that was killed
-  const int fd = open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, exists_ ? 0600 : 0666);
-  if (fd < 0) throw cannot_write(path_, errno);
-  struct stat old {};
-  bool done = true;
-  if (exists_ && stat(path_.c_str(), &old) == 0) {
-    [[maybe_unused]] const int owner_kept = fchown(fd, old.st_uid, old.st_gid);
-    done = fchmod(fd, old.st_mode & 0777) == 0;
-  }
-  done = done && write_all(fd, text) && fsync(fd) == 0;
-  int error = errno;
-  if (close(fd) != 0 && done) {
-    error = errno;
-    done = false;
-  }
-  if (done && rename(fresh.c_str(), path_.c_str()) == 0) return;
-  if (done) error = errno;
-  unlink(fresh.c_str());
-  throw cannot_write(path_, error);
+  replace_file(path_, text);
 }
 
 }  // namespace wirelines::host

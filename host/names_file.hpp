@@ -47,7 +47,6 @@ class NamesFile {
 
  private:
   void read_lines();
-  void write(const std::string& text) const;
 
   std::string path_;  // with symbolic links followed
   int folder_ = -1;   // open, and locked

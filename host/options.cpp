@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
@@ -58,6 +59,10 @@ void open_live(const CLI::App& app, InputOptions& options) {
 }  // namespace
 
 std::vector<std::string> InputOptions::traces() const {
+  if (at) {
+    if (!device && files.empty() && read_files.empty() && frames.all()) return {at_file};
+    throw CLI::ValidationError("--at", "names the trace and the frame itself; no FILE, -r, -i and -N with it");
+  }
   if (device) return {};
   auto all = read_files;
   all.insert(all.end(), files.begin(), files.end());
@@ -123,6 +128,25 @@ void add_live_options(CLI::App& app, LiveOptions& options, bool in_help) {
   for (auto* const option : others) {
     if (!in_help) option->group("");
   }
+}
+
+void add_at_option(CLI::App& app, InputOptions& options) {
+  app.add_option_function<std::string>(
+         "--at",
+         [&options](const std::string& place) {
+           const auto colon = place.rfind(':');
+           const auto* const end = place.data() + place.size();
+           const auto* const digits = colon == std::string::npos ? end : place.data() + colon + 1;
+           std::uint64_t offset = 0;
+           const auto [last, error] = std::from_chars(digits, end, offset);
+           if (colon == 0 || error != std::errc() || last != end) {
+             throw CLI::ValidationError("--at", in_quotes(place) + " is not FILE:OFFSET");
+           }
+           options.at_file = place.substr(0, colon);
+           options.at = offset;
+         },
+         "Only the frame at this offset; see classify")
+      ->type_name("FILE:OFFSET");
 }
 
 void add_jobs_option(CLI::App& app, InputOptions& options) {

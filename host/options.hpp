@@ -25,6 +25,8 @@ struct InputOptions {
   LiveOptions live;
   std::shared_ptr<Device> device;  // null: not live
   FrameRanges frames;
+  std::optional<std::uint64_t> at;  // only the frame whose record begins there,
+  std::string at_file;              // in this trace
   std::uint64_t count = std::numeric_limits<std::uint64_t>::max();
   std::string filter;  // a BPF expression; empty: every frame
   std::optional<Filter> display_filter;
@@ -46,6 +48,9 @@ CLI::Validator from_one_to(std::uint64_t most);
 
 // -i and how to open it; all of them but -i only where `in_help` stand in the help.
 void add_live_options(CLI::App& app, LiveOptions& options, bool in_help);
+
+// --at, for the commands that show what one frame holds.
+void add_at_option(CLI::App& app, InputOptions& options);
 
 // -j, for the commands whose work several threads can share; unless given, as many as there are processors.
 void add_jobs_option(CLI::App& app, InputOptions& options);

@@ -66,6 +66,7 @@ void add_show(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("show", "Show the frames of traces, decoded line by line");
   auto options = std::make_shared<ShowOptions>();
   add_input_options(*app, options->input);
+  add_at_option(*app, options->input);
   add_jobs_option(*app, options->input);
   add_charset_option(*app, options->input);
   add_display_filter_option(*app, options->input);

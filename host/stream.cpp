@@ -51,6 +51,14 @@ int Stream::whole_file() const {
   return whole ? fd_ : -1;
 }
 
+bool Stream::begin_with(std::string head, std::uint64_t offset) {
+  if (kind_ != Kind::kPlain || lseek(fd_, static_cast<off_t>(offset), SEEK_SET) < 0) return false;
+  head_ = std::move(head);
+  file_bytes_ = {};
+  bytes_ = head_;
+  return true;
+}
+
 // Gets more bytes of the file behind those that are left; false at its end.
 bool Stream::fill_file() {
   if (!file_bytes_.empty()) std::memmove(file_buffer_.data(), file_bytes_.data(), file_bytes_.size());

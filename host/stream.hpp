@@ -26,6 +26,10 @@ class Stream {
   // Stores what is there, up to `size` bytes and at least one; none only at the end, or where the data break off.
   std::size_t read(char* to, std::size_t size);
 
+  // Before anything was taken: gives `head` first and then the file's bytes from `offset` on. False when that cannot be
+  // done, and nothing has changed: the data are compressed or come from a pipe.
+  bool begin_with(std::string head, std::uint64_t offset);
+
   // Whether nothing is left.
   bool empty();
 
@@ -63,6 +67,7 @@ class Stream {
   std::uint64_t offset_ = 0;
   std::string problem_;
 
+  std::string head_;             // behind bytes_ at first, when begin_with gave one
   std::string_view file_bytes_;  // read from the file and not used yet
   std::string_view bytes_;       // ready to be taken
   std::array<char, 131072> file_buffer_;

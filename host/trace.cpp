@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -45,7 +46,7 @@ void need_link_type(const std::string& name, int type) {
                     "capture on an Ethernet interface");
 }
 
-Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_(name) {
+Trace::Trace(const std::string& name, std::function<void()> before_wait, const TracePlace& place) : name_(name) {
   const int fd = open_trace(name);
   stream_ = std::make_unique<Stream>(fd, std::move(before_wait));
   struct stat status {};
@@ -55,6 +56,12 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_
   if (stream_->empty()) {
     const auto& problem = stream_->problem();
     throw Failure(EX_DATAERR, shown_name() + ": " + (problem.empty() ? "is empty" : problem));
+  }
+
+  if (place.offset > 0 && stream_->begin_with(place.head, place.offset)) {
+    number_ = place.number - 1;
+    begin_ = place.offset;
+    skipped_ = place.offset - place.head.size();
   }
 
   FILE* file = stream_file(*stream_);
@@ -72,7 +79,8 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait) : name_
 }
 
 bool Trace::next(Frame& frame) {
-  const auto offset = static_cast<std::uint64_t>(ftello(pcap_file(pcap_.get())));
+  // Of what stands before its place, libpcap may not have read everything yet.
+  const auto offset = std::max(begin_, static_cast<std::uint64_t>(ftello(pcap_file(pcap_.get()))) + skipped_);
   pcap_pkthdr* header = nullptr;
   const u_char* data = nullptr;
   const int result = pcap_next_ex(pcap_.get(), &header, &data);

@@ -43,12 +43,22 @@ class Source {
 // Throws Failure when frames of this link type (DLT_...) cannot be decoded; `name` is what has them.
 void need_link_type(const std::string& name, int type);
 
+// Where to begin reading a trace, found by an index of its frames.
+struct TracePlace {
+  std::uint64_t number = 1;  // of the first frame
+  std::uint64_t offset = 0;  // where its record begins; 0: at the beginning of the trace
+  std::string head;          // what has to be read before it: the file's header, or blocks of pcapng
+};
+
 // One trace. Reading costs the same small memory for any trace.
 class Trace : public Source {
  public:
   // Opens file `name`, "-" being standard input. Throws Failure when it is no trace of frames that can be decoded.
-  // `before_wait` as Stream has it; `name` must stay as long as the trace.
-  Trace(const std::string& name, std::function<void()> before_wait);
+  // `before_wait` as Stream has it; `name` must stay as long as the trace. Reading begins at `place`.
+  Trace(const std::string& name, std::function<void()> before_wait, const TracePlace& place = {});
+
+  // Whether offsets are those of the decompressed data.
+  [[nodiscard]] bool compressed() const { return stream_->compressed(); }
 
   // From now on, matches() goes by this BPF expression. Throws Failure when libpcap does not understand it.
   void set_filter(const std::string& expression);
@@ -71,7 +81,9 @@ class Trace : public Source {
   [[nodiscard]] std::string shown_name() const;
 
   const std::string& name_;
-  std::uint64_t number_ = 0;  // of the last frame, in this trace
+  std::uint64_t number_ = 0;   // of the last frame, in this trace
+  std::uint64_t begin_ = 0;    // where reading begins; 0: at the beginning
+  std::uint64_t skipped_ = 0;  // bytes between what was read first and where reading went on
   std::unique_ptr<Stream> stream_;
   std::unique_ptr<pcap_t, Close> pcap_;
   std::unique_ptr<bpf_program, FreeFilter> filter_;  // null: every frame matches

@@ -9,12 +9,14 @@
 #include <cerrno>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <tuple>
 #include <utility>
 #include <vector>
 
 #include "device.hpp"
 #include "failure.hpp"
+#include "frame_index.hpp"
 
 namespace wirelines::host {
 
@@ -80,6 +82,20 @@ class LibraryTrouble {
   std::atomic_bool met_ = false;
 };
 
+// Where to begin when an index of the only trace leads to the first frame that is wanted. An index that is of no use is
+// told of; the trace is then read from its beginning.
+TracePlace place_of(const InputOptions& options, const std::vector<std::string>& names) {
+  if (names.size() != 1 || names[0] == "-" || (!options.at && options.frames.first() <= FrameIndex::kStep)) return {};
+  try {
+    const auto index = FrameIndex::load(names[0]);
+    if (!index) return {};
+    return options.at ? index->before_offset(*options.at) : index->before_frame(options.frames.first());
+  } catch (const Failure& failure) {
+    complain(std::string(failure.what()) + "; going without it (wirelines index " + names[0] + " makes a new one)");
+    return {};
+  }
+}
+
 // The frames of several traces in the order of time. Of each trace that has frames left, the next one is at hand.
 class Merge {
  public:
@@ -92,8 +108,13 @@ class Merge {
       return;
     }
     refuse_too_many(names.size());
-    for (const auto& name : names) open(name, options.filter);
+    const auto place = place_of(options, names);
+    for (const auto& name : names) open(name, place, options.filter);
+    if (place.offset > 0 && !readers_.empty()) passed_ = readers_.front()->frame.number - 1;
   }
+
+  // How many frames come before the first one.
+  [[nodiscard]] std::uint64_t passed() const { return passed_; }
 
   // The next frame, good until the call after it; null at the end. A trace is only asked for a frame when its last one
   // has been dealt with: the next may have to be waited for.
@@ -130,9 +151,10 @@ class Merge {
                                 " files may be open at once; \"ulimit -n\" raises that, or merge some traces first");
   }
 
-  void open(const std::string& name, const std::string& filter) {
+  void open(const std::string& name, const TracePlace& place, const std::string& filter) {
     try {
-      auto trace = std::make_unique<Trace>(name, [this] { crew_.flush(); });
+      auto trace = std::make_unique<Trace>(
+          name, [this] { crew_.flush(); }, place);
       if (!filter.empty()) trace->set_filter(filter);
       add(std::make_unique<Reader>(Reader{std::move(trace), {}, opened_++}));
     } catch (const Failure& failure) {
@@ -160,6 +182,7 @@ class Merge {
   Crew& crew_;
   Troubles& troubles_;
   std::size_t opened_ = 0;
+  std::uint64_t passed_ = 0;
   std::vector<ReaderPtr> readers_;  // a heap, the earliest frame first
   ReaderPtr current_;
 };
@@ -174,24 +197,29 @@ int walk(const InputOptions& options, Output& out, const Handling& handling) {
   Merge traces(options, names, crew, troubles);
   {
     Progress progress(options.quiet);
-    std::uint64_t read = 0;
+    std::uint64_t read = traces.passed();
     std::uint64_t taken = 0;
+    std::optional<std::uint64_t> offset;  // of the last frame that was read
     const auto done = [&] {
       const auto counted = options.display_filter ? crew.put_out() : taken;
-      return counted == options.count || options.frames.ends_before(read + 1) || out.error() != 0;
+      return counted == options.count || options.frames.ends_before(read + 1) || (options.at && offset >= options.at) ||
+             out.error() != 0;
     };
     while (!done()) {
       Frame* const frame = traces.next();
       if (frame == nullptr) break;
       frame->number = ++read;
       progress.frame(read);
-      if (!options.frames.contains(read) || !traces.matches()) continue;
+      offset = frame->offset;
+      if (!options.frames.contains(read) || (options.at && offset != options.at) || !traces.matches()) continue;
       crew.take(*frame);
       taken++;
     }
     crew.flush();
     if (options.device) {
       options.device->tell_counts(crew.put_out(), "shown", options.quiet || out.error() == EPIPE);
+    } else if (options.at && offset != options.at && troubles.exit_code() == 0) {
+      troubles.add(EX_USAGE, names[0] + ": no frame begins at offset " + std::to_string(*options.at));
     } else if (crew.put_out() == 0 && troubles.exit_code() == 0 && !options.quiet) {
       complain(read == 0 ? "there are no frames" : "none of the " + std::to_string(read) + " frame(s) was chosen");
     }

@@ -1,0 +1,66 @@
+// wirelines index: keeps beside a trace where its frames begin.
+#include <memory>
+#include <optional>
+
+#include "commands.hpp"
+#include "failure.hpp"
+#include "frame_index.hpp"
+
+namespace wirelines::host {
+
+namespace {
+
+struct IndexOptions {
+  std::vector<std::string> traces;
+  bool quiet = false;
+};
+
+// Of a damaged trace, the frames before the damage are indexed. Throws Failure.
+void index_trace(const std::string& name, bool quiet) {
+  FrameIndex index(name);
+  Trace trace(name, {});
+  if (trace.compressed()) {
+    throw Failure(EX_USAGE, name +
+                                ": is compressed, so that a frame is reached only through all before it: no index "
+                                "can help; decompress it first");
+  }
+  std::optional<Failure> damage;
+  try {
+    for (Frame frame{}; trace.next(frame);) index.add(frame);
+  } catch (const Failure& failure) {
+    damage = failure;
+  }
+  index.save();
+  if (!quiet) complain(FrameIndex::file_of(name) + ": " + std::to_string(index.frames()) + " frame(s)");
+  if (damage) throw *damage;
+}
+
+int index(const IndexOptions& options) {
+  int exit_code = 0;
+  for (const auto& name : options.traces) {
+    try {
+      index_trace(name, options.quiet);
+    } catch (const Failure& failure) {
+      complain(failure.what());
+      if (exit_code == 0) exit_code = failure.exit_code();
+    }
+  }
+  return exit_code;
+}
+
+}  // namespace
+
+void add_index(CLI::App& program, Run& run) {
+  auto* app = program.add_subcommand("index", "Note where the frames of a large trace begin");
+  auto options = std::make_shared<IndexOptions>();
+  app->add_option("FILE", options->traces, "Traces in pcap or pcapng form, not compressed")->type_name("")->required();
+  app->add_flag("-q,--quiet", options->quiet, "No summary");
+  app->footer(
+      "Writes FILE.wlx beside each FILE; -N and --at then find frames at once.\n"
+      "Examples:\n"
+      "  wirelines index big.pcap\n"
+      "  wirelines show -N 900000 big.pcap");
+  app->callback([&run, options] { run = [options](Output&) { return index(*options); }; });
+}
+
+}  // namespace wirelines::host
