@@ -13,7 +13,7 @@ constexpr int32_t kMostOfEthernet = 460'000;
 constexpr std::size_t kSteps = 128;  // of lines a byte, eight for each doubling
 
 // Counters that the fuzzer takes for coverage: one for each step, of each order of length.
-__attribute__((section("__libfuzzer_extra_counters"))) uint8_t reached[17][kSteps];
+__attribute__((section("__libfuzzer_extra_counters"), used)) uint8_t reached[17][kSteps];
 
 std::size_t step_of(std::size_t lines, std::size_t size) {
   const auto ratio = lines * 4096 / size + 1;
