@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <iconv.h>
 #include <poll.h>
-#include <stdlib.h>
 #include <unistd.h>
 #include <windows.h>
 
@@ -17,10 +16,6 @@ int isatty(int fd) {
 }
 
 }  // namespace wirelines
-
-int setenv(const char* name, const char* value, int /*replace*/) {
-  return _putenv_s(name, value);
-}
 
 // Of files and devices something can be read at once, be it their end.
 int poll(pollfd* wait, unsigned /*count*/, int /*milliseconds*/) {

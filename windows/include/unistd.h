@@ -30,8 +30,6 @@ inline ssize_t write(int fd, const void* from, size_t size) {
   return write(fd, from, static_cast<unsigned>(size));
 }
 
-int setenv(const char* name, const char* value, int replace);
-
 inline int fsync(int fd) {
   return _commit(fd);
 }
