@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -171,7 +170,7 @@ std::optional<FrameIndex> FrameIndex::load(const std::string& trace) {
   const File file(name);
   const auto bytes = file.read(0, file.size);
   std::vector<std::uint64_t> words(bytes.size() / 8);
-  std::memcpy(words.data(), bytes.data(), words.size() * 8);
+  bytes.copy(reinterpret_cast<char*>(words.data()), words.size() * 8);
   const bool whole = words.size() > kWords && bytes.size() % 8 == 0 && words[kMagicWord] == kMagic &&
                      words.back() == sum_of(std::string_view(bytes).substr(0, bytes.size() - 8)) &&
                      words[kPoints] < words.size() && words[kHeads] < words.size() &&
