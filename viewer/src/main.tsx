@@ -1,0 +1,122 @@
+import { signal } from "@preact/signals";
+import { render } from "preact";
+import "./main.css";
+import { ask, type Rows } from "./api";
+import { copy_hex, copy_layer, copy_line } from "./copying";
+import { Detail } from "./detail";
+import { Help, helping } from "./help";
+import { HexPane } from "./hex_pane";
+import * as model from "./model";
+import { NameEditor, NamesPage } from "./naming";
+import { PacketList } from "./packet_list";
+import { Splitter } from "./splitter";
+import { StatisticsPage } from "./statistics";
+import { Notices, StatusBar, Toolbar } from "./toolbar";
+
+const across = signal(45); // share of the list
+const along = signal(52); // share of the lines
+
+// The splitters come last in the document, so that Tab goes from pane to pane; the style sheet puts them between.
+function Frames() {
+  return (
+    <main class="frames" style={{ "--across": `${across.value}%`, "--along": `${along.value}%` }}>
+      <PacketList />
+      <div class="lower">
+        <Detail />
+        <HexPane />
+        <Splitter label="Width of the lines" upright share={along.value} set={(share) => (along.value = share)} />
+      </div>
+      <Splitter label="Height of the list" upright={false} share={across.value} set={(share) => (across.value = share)} />
+    </main>
+  );
+}
+
+function App() {
+  const page = model.page.value;
+  return (
+    <>
+      <Toolbar />
+      <Notices />
+      {page === "frames" ? <Frames /> : page === "statistics" ? <StatisticsPage /> : <NamesPage />}
+      <StatusBar />
+      <NameEditor />
+      <Help />
+      <div class="toast" role="status">{model.toast.value && <p>{model.toast.value}</p>}</div>
+    </>
+  );
+}
+
+function next_charset(): void {
+  const sets = model.state.value?.charsets ?? [];
+  const next = sets[(sets.indexOf(model.charset.value) + 1) % sets.length];
+  if (!next) return;
+  model.use_charset(next);
+  model.say(`Text in ${next}`);
+}
+
+// The nearest frame with a wrong checksum before or behind the chosen one.
+async function to_fault(forward: boolean): Promise<void> {
+  const about = model.query.value;
+  const filter = about.filter ? `(${about.filter}) and checksum.bad` : "checksum.bad";
+  try {
+    const { index } = await ask<{ index: number }>("row", { ...about, filter, n: model.chosen.value + (forward ? 1 : 0) });
+    const at = forward ? index : index - 1;
+    const found = at < 0 ? undefined : (await ask<Rows>("rows", { ...about, filter, from: at, count: 1 })).rows[0];
+    if (found && forward === found.n > model.chosen.value) await model.go_to_frame(found.n);
+    else model.say(`No ${forward ? "later" : "earlier"} frame has a wrong checksum.`);
+  } catch (error) {
+    model.trouble(error);
+  }
+}
+
+function step(by: number): void {
+  const last = model.rows.total.value - 1;
+  const to = Math.max(0, Math.min(model.cursor.value + by, last));
+  if (last >= 0) model.choose_row(to);
+}
+
+function focus(id: string): void {
+  const element = document.getElementById(id);
+  element?.focus();
+  if (element instanceof HTMLInputElement) element.select();
+}
+
+const kFramesOnly = new Map<string, () => void>([
+  ["j", () => step(1)],
+  ["k", () => step(-1)],
+  ["f", () => focus("go-to")],
+  ["e", () => to_fault(true)],
+  ["E", () => to_fault(false)],
+  ["c", copy_line],
+  ["C", copy_layer],
+  ["x", copy_hex],
+  ["t", next_charset],
+  ["Escape", () => focus("list")],
+]);
+
+const kAlways = new Map<string, () => void>([
+  ["/", () => focus("filter")],
+  ["?", () => (helping.value = true)],
+  ["1", () => model.show_page("frames")],
+  ["2", () => model.show_page("statistics")],
+  ["3", () => model.show_page("names")],
+  ["s", () => model.names.value?.unsaved && model.save_names()],
+  ["p", () => model.state.value?.live && model.pause(!model.state.value.paused)],
+  ["l", () => model.state.value?.live && (model.follow.value = !model.follow.value)],
+]);
+
+document.addEventListener("keydown", (event) => {
+  if (event.ctrlKey || event.altKey || event.metaKey || helping.value) return;
+  if ((event.target as Element).closest("input, select, textarea")) {
+    if (event.key === "Escape") focus("list");
+    return;
+  }
+  const act = (model.page.value === "frames" ? kFramesOnly.get(event.key) : undefined) ?? kAlways.get(event.key);
+  if (!act) return;
+  event.preventDefault();
+  act();
+});
+
+model.page.subscribe(() => queueMicrotask(() => requestAnimationFrame(() => focus(model.page.value === "frames" ? "list" : "sheet"))));
+model.start();
+render(<App />, document.body);

@@ -1,0 +1,181 @@
+// The list of frames.
+import { useEffect, useRef } from "preact/hooks";
+import type { Column, Row } from "./api";
+import { row_height } from "./metrics";
+import * as model from "./model";
+import { count_text } from "./text";
+import { VirtualList } from "./virtual_list";
+
+function track(column: Column, frames: number): string {
+  switch (column.key) {
+    case "no":
+      return `${Math.max(5, String(frames).length) + 1}ch`;
+    case "src":
+    case "dst":
+      return `minmax(${column.width + 1}ch, 1fr)`;
+    case "note":
+      return `minmax(${column.width}ch, 2.5fr)`;
+    default:
+      return `${Math.max(column.width, column.title.length) + 1}ch`;
+  }
+}
+
+function least(column: Column): number {
+  return column.width + 2;
+}
+
+export function name_cell(list: VirtualList | null, index: number, side: 0 | 1): void {
+  const who = model.rows.at(index)?.w?.[side];
+  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side === 0 ? "src" : "dst"}`);
+  if (who && cell) model.naming.value = { who, near: cell.getBoundingClientRect(), back: list?.element ?? null };
+  else if (model.rows.at(index)) model.say("What stands here cannot be named.");
+}
+
+function Cells({ row, columns }: { row: Row; columns: Column[] }) {
+  return (
+    <>
+      <span class="mark" role="gridcell" aria-label={row.bad ? "checksum wrong" : ""}>
+        {row.bad ? "\u2716" : ""}
+      </span>
+      {columns.map((column, i) => (
+        <span key={column.key} class={`col-${column.key} ${column.align}`} role="gridcell" title={(row.c[i]?.length ?? 0) > 17 ? row.c[i] : undefined}>
+          {row.c[i]}
+        </span>
+      ))}
+    </>
+  );
+}
+
+export function PacketList() {
+  const list = useRef<VirtualList>(null);
+  const state = model.state.value;
+  const total = model.rows.total.value;
+  const arrived = model.rows.arrived.value;
+  const cursor = model.cursor.value;
+  const wanted = model.reveal.value;
+
+  useEffect(() => {
+    if (wanted) list.current?.reveal(wanted.index, wanted.how);
+  }, [wanted, state === null]);
+  useEffect(() => {
+    model.rows_arrived();
+    // A trace opens with its first frame chosen.
+    if (!model.chosen.value && !model.follow.value && model.rows.at(0)) model.choose_row(0);
+  }, [arrived]);
+
+  if (!state) return <div class="pane list" id="list" aria-busy="true" />;
+  const columns = state.columns;
+  const template = ["1rem", ...columns.map((column) => track(column, state.frames))].join(" ");
+  const width = `${columns.reduce((sum, column) => sum + least(column), 4)}ch`;
+
+  const keys = (event: KeyboardEvent) => {
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    const page = list.current?.page ?? 10;
+    const last = total - 1;
+    const at = Math.max(0, cursor);
+    const to = new Map<string, number>([
+      ["ArrowDown", cursor + 1], ["ArrowUp", at - 1], ["PageDown", at + page], ["PageUp", at - page],
+      ["Home", 0], ["End", last], ["g", 0], ["G", last],
+    ]).get(event.key);
+    if (to !== undefined && total > 0) {
+      event.preventDefault();
+      model.choose_row(Math.max(0, Math.min(to, last)));
+    } else if (event.key === "Enter") {
+      document.getElementById("detail")?.focus();
+    } else if (event.key === "n" || event.key === "N") {
+      event.preventDefault();
+      event.stopPropagation();
+      name_cell(list.current, cursor, event.key === "n" ? 0 : 1);
+    }
+  };
+
+  const show = (index: number) => {
+    const row = model.rows.at(index);
+    const kind = row ? `row fam-${row.k}${row.bad ? " bad" : ""}` : "row coming";
+    return (
+      <div
+        id={`row-${index}`}
+        class={index === cursor ? kind + " on" : kind}
+        role="row"
+        aria-rowindex={index + 2}
+        aria-selected={index === cursor}
+        style={{ gridTemplateColumns: template }}
+        onMouseDown={() => model.choose_row(index)}
+        onDblClick={(event) => {
+          const cell = (event.target as Element).closest(".col-src, .col-dst");
+          if (cell) name_cell(list.current, index, cell.classList.contains("col-src") ? 0 : 1);
+        }}
+      >
+        {row ? <Cells row={row} columns={columns} /> : <span class="dim" role="gridcell">{"\u2026"}</span>}
+      </div>
+    );
+  };
+
+  const head = (
+    <div class="row" role="row" aria-rowindex={1} style={{ gridTemplateColumns: template }}>
+      <span class="mark" role="columnheader" aria-label="Faults" />
+      {columns.map((column) => (
+        <span key={column.key} class={column.align} role="columnheader">
+          {column.title}
+        </span>
+      ))}
+    </div>
+  );
+
+  return (
+    <section class="pane list" aria-label="Frames">
+      <VirtualList
+        handle={list}
+        id="list"
+        class="scroller"
+        tabIndex={0}
+        role="grid"
+        aria-label={`Frames, ${count_text(total)}`}
+        aria-rowcount={total + 1}
+        aria-colcount={columns.length + 1}
+        aria-activedescendant={cursor >= 0 ? `row-${cursor}` : undefined}
+        aria-busy={!model.rows.complete.value}
+        count={total}
+        rowHeight={row_height.value}
+        headHeight={row_height.value + 3}
+        head={head}
+        least={width}
+        row={show}
+        seen={(first, last) => model.rows.want(first, last)}
+        scrolled={(up) => {
+          if (up && model.follow.value) model.follow.value = false;
+        }}
+        onKeyDown={keys}
+      />
+      {total === 0 && <Nothing />}
+    </section>
+  );
+}
+
+function Nothing() {
+  const state = model.state.value;
+  const working = !model.rows.complete.value;
+  if (model.filter.value || model.span.value) {
+    return (
+      <div class="nothing" role="status">
+        {working ? (
+          <p>Looking for frames {"\u2026"}</p>
+        ) : (
+          <>
+            <p>No frame passes {model.filter.value ? "the filter" : "the chosen time"}.</p>
+            <button
+              onClick={() => {
+                model.use_span(null);
+                model.use_filter("");
+              }}
+            >
+              Show all frames
+            </button>
+          </>
+        )}
+      </div>
+    );
+  }
+  if (working) return <div class="nothing" role="status"><p>{state?.live ? "Waiting for frames \u2026" : "Reading the trace \u2026"}</p></div>;
+  return <div class="nothing" role="status"><p>{state?.damage ? "Nothing in this trace can be read." : "The trace has no frames."}</p></div>;
+}

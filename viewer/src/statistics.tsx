@@ -1,0 +1,336 @@
+// Sums over the trace, or over what filter and chosen time let through.
+import type { ComponentChildren } from "preact";
+import { useEffect, useState } from "preact/hooks";
+import { ask, type Conversation, type Stats, type Table, type Talker, type Timeline } from "./api";
+import { Chart } from "./chart";
+import * as model from "./model";
+import { bytes_text, count_text, many, percent } from "./text";
+
+// Asks again while the answer is not complete, and anew when what it is about changes.
+function useAnswer<T extends { complete: boolean }>(path: string, extra: Record<string, number>, timed: boolean): T | null {
+  const [value, set_value] = useState<T | null>(null);
+  const { filter, after, before } = model.query.value;
+  const about = timed ? { filter, after, before, ...extra } : { filter, ...extra };
+  const key = JSON.stringify(about) + model.renamed.value;
+  useEffect(() => {
+    const stop = new AbortController();
+    let timer = 0;
+    const go = async () => {
+      try {
+        const reply = await ask<T>(path, about, stop.signal);
+        set_value(reply);
+        if (!reply.complete) timer = setTimeout(go, 1000);
+      } catch (error) {
+        if (!stop.signal.aborted) model.trouble(error);
+      }
+    };
+    go();
+    return () => {
+      stop.abort();
+      clearTimeout(timer);
+    };
+  }, [key]);
+  return value;
+}
+
+function show_frames(filter: string): void {
+  const now = model.filter.value;
+  model.use_filter(now ? `(${now}) and ${filter}` : filter);
+  model.show_page("frames");
+}
+
+function Share({ part, whole }: { part: number; whole: number }) {
+  return <span class="share" aria-hidden="true"><span style={{ width: `${whole > 0 ? (100 * part) / whole : 0}%` }} /></span>;
+}
+
+function Card({ title, note, wide, children }: { title: string; note?: string; wide?: boolean; children: ComponentChildren }) {
+  return (
+    <section class={wide ? "card wide" : "card"} aria-label={title}>
+      <h2>{title} {note && <span class="dim">{note}</span>}</h2>
+      {children}
+    </section>
+  );
+}
+
+function Protocols({ stats }: { stats: Stats }) {
+  return (
+    <Card title="Protocols">
+      <div class="table-box">
+        <table>
+          <thead><tr><th>Protocol</th><th class="right">Frames</th><th class="right">Share</th><th class="right">Bytes</th><th /></tr></thead>
+          <tbody>
+            {stats.protocols.map(({ path, frames, bytes }) => (
+              <tr key={path.join("/")}>
+                <td class="indent" style={{ "--depth": String(path.length - 1) }}>{path[path.length - 1]}</td>
+                <td class="right">{count_text(frames)}</td>
+                <td class="right">{percent(frames, stats.frames)}</td>
+                <td class="right">{bytes_text(bytes)}</td>
+                <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
+              </tr>
+            ))}
+          </tbody>
+        </table>
+      </div>
+    </Card>
+  );
+}
+
+type Family = "stations" | "ipv4" | "ipv6" | "ipx";
+const kFamilies: [family: Family, title: string, field: string][] = [
+  ["stations", "MAC", "eth.addr"],
+  ["ipv4", "IPv4", "ip.addr"],
+  ["ipv6", "IPv6", "ipv6.addr"],
+  ["ipx", "IPX", "ipx.addr"],
+];
+const kConversations = {
+  stations: "station_conversations",
+  ipv4: "ipv4_conversations",
+  ipv6: "ipv6_conversations",
+  ipx: "ipx_conversations",
+} as const;
+
+function Tabs<T extends string>({ label, tabs, at, set }: { label: string; tabs: [T, string][]; at: T; set: (tab: T) => void }) {
+  return (
+    <span class="segments" role="group" aria-label={label}>
+      {tabs.map(([key, title]) => (
+        <button key={key} aria-pressed={key === at} onClick={() => set(key)}>{title}</button>
+      ))}
+    </span>
+  );
+}
+
+function Address({ of, field }: { of: { address: string; name?: string }; field: string }) {
+  return (
+    <button class="link mono" title={`Show the frames of ${of.address}`} onClick={() => show_frames(`${field} == ${of.address}`)}>
+      {of.name ? <>{of.name} <span class="dim">{of.address}</span></> : of.address}
+    </button>
+  );
+}
+
+const kShown = 12;
+
+function Rest<T>({ table, all, set }: { table: Table<T>; all: boolean; set: (all: boolean) => void }) {
+  if (table.rows.length <= kShown) return null;
+  return <p class="pad"><button onClick={() => set(!all)}>{all ? "Show fewer" : `Show ${table.rows.length} of ${count_text(table.entries)}`}</button></p>;
+}
+
+function Talkers({ stats }: { stats: Stats }) {
+  const [family, set_family] = useState<Family>(stats.ipv4.rows.length > 0 ? "ipv4" : "stations");
+  const [pairs, set_pairs] = useState<"one" | "two">("one");
+  const [all, set_all] = useState(false);
+  const field = kFamilies.find(([key]) => key === family)?.[2] ?? "";
+  const table: Table<Talker | Conversation> = pairs === "one" ? stats[family] : stats[kConversations[family]];
+  const rows = all ? table.rows : table.rows.slice(0, kShown);
+  const most = Math.max(1, ...table.rows.map((row) => ("sent" in row ? row.sent.bytes + row.received.bytes : row.a_to_b.bytes + row.b_to_a.bytes)));
+  return (
+    <Card title="Talkers" wide>
+      <div class="choices">
+        <Tabs label="Addresses" tabs={kFamilies.map(([key, title]): [Family, string] => [key, title])} at={family} set={set_family} />
+        <Tabs label="Rows" tabs={[["one", "Stations"], ["two", "Conversations"]]} at={pairs} set={set_pairs} />
+      </div>
+      {rows.length === 0 ? (
+        <p class="dim pad">None.</p>
+      ) : (
+        <div class="table-box">
+          <table>
+            <thead>
+              <tr>
+                {pairs === "one" ? <th>Address</th> : <><th>A</th><th>B</th></>}
+                <th class="right">{pairs === "one" ? "Sent" : "A to B"}</th><th class="right">Bytes</th>
+                <th class="right">{pairs === "one" ? "Received" : "B to A"}</th><th class="right">Bytes</th><th />
+              </tr>
+            </thead>
+            <tbody>
+              {rows.map((row) => {
+                const [there, back] = "sent" in row ? [row.sent, row.received] : [row.a_to_b, row.b_to_a];
+                return (
+                  <tr key={"sent" in row ? row.address : `${row.a.address} ${row.b.address}`}>
+                    {"sent" in row ? <td><Address of={row} field={field} /></td> : <><td><Address of={row.a} field={field} /></td><td><Address of={row.b} field={field} /></td></>}
+                    <td class="right">{count_text(there.frames)}</td><td class="right">{bytes_text(there.bytes)}</td>
+                    <td class="right">{count_text(back.frames)}</td><td class="right">{bytes_text(back.bytes)}</td>
+                    <td class="bar-cell"><Share part={there.bytes + back.bytes} whole={most} /></td>
+                  </tr>
+                );
+              })}
+            </tbody>
+          </table>
+        </div>
+      )}
+      <Rest table={table} all={all} set={set_all} />
+    </Card>
+  );
+}
+
+function Sizes({ stats }: { stats: Stats }) {
+  const note = stats.shortest !== null && stats.longest !== null ? `${stats.shortest} to ${many(stats.longest, "byte")}` : "";
+  return (
+    <Card title="Sizes" note={note}>
+      <div class="table-box">
+        <table>
+          <thead><tr><th class="right">Bytes</th><th class="right">Frames</th><th class="right">Share</th><th /></tr></thead>
+          <tbody>
+            {stats.sizes.map(({ from, to, frames }) => (
+              <tr key={from}>
+                <td class="right">{to === undefined || to === null ? `${from} and more` : `${from}\u2013${to}`}</td>
+                <td class="right">{count_text(frames)}</td>
+                <td class="right">{percent(frames, stats.frames)}</td>
+                <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
+              </tr>
+            ))}
+          </tbody>
+        </table>
+      </div>
+    </Card>
+  );
+}
+
+const kSums: Record<string, [title: string, field: string]> = {
+  ipv4: ["IPv4 header", "ip.checksum.bad"],
+  icmp: ["ICMP, ICMPv6", "icmp.checksum.bad"],
+  tcp: ["TCP", "tcp.checksum.bad"],
+  udp: ["UDP", "udp.checksum.bad"],
+};
+
+function Checksums({ stats }: { stats: Stats }) {
+  return (
+    <Card title="Checksums">
+      <div class="table-box">
+        <table>
+          <thead><tr><th>Of</th><th class="right">Right</th><th class="right">Wrong</th><th class="right">None</th><th class="right">Not verified</th></tr></thead>
+          <tbody>
+            {Object.entries(stats.checksums).map(([key, sums]) => {
+              const [title, field] = kSums[key] ?? [key, ""];
+              return (
+                <tr key={key}>
+                  <td>{title}</td>
+                  <td class="right">{count_text(sums.right)}</td>
+                  <td class="right">
+                    {sums.wrong > 0 ? (
+                      <button class="link wrong" title="Show these frames" onClick={() => show_frames(field)}>{"\u2716"} {count_text(sums.wrong)}</button>
+                    ) : (
+                      "0"
+                    )}
+                  </td>
+                  <td class="right">{count_text(sums.none)}</td>
+                  <td class="right">{count_text(sums.not_verified)}</td>
+                </tr>
+              );
+            })}
+          </tbody>
+        </table>
+      </div>
+    </Card>
+  );
+}
+
+function Framings({ stats }: { stats: Stats }) {
+  const [all, set_all] = useState(false);
+  const framings = Object.keys(stats.framings);
+  const senders = { ...stats.stations, rows: stats.stations.rows.filter((row) => row.sent.frames > 0) };
+  const rows = all ? senders.rows : senders.rows.slice(0, kShown);
+  return (
+    <Card title="Framing by station" note="frames sent">
+      {framings.length === 0 ? (
+        <p class="dim pad">None.</p>
+      ) : (
+        <div class="table-box">
+          <table>
+            <thead><tr><th>Station</th>{framings.map((name) => <th key={name} class="right">{name}</th>)}</tr></thead>
+            <tbody>
+              {rows.map((row) => (
+                <tr key={row.address}>
+                  <td><Address of={row} field="eth.src" /></td>
+                  {framings.map((name) => <td key={name} class="right">{row.framings?.[name] ? count_text(row.framings[name].frames) : <span class="dim">{"\u2013"}</span>}</td>)}
+                </tr>
+              ))}
+              <tr class="sum">
+                <td>All</td>
+                {framings.map((name) => <td key={name} class="right">{count_text(stats.framings[name]?.frames ?? 0)}</td>)}
+              </tr>
+            </tbody>
+          </table>
+        </div>
+      )}
+      <Rest table={senders} all={all} set={set_all} />
+    </Card>
+  );
+}
+
+function Ports({ stats }: { stats: Stats }) {
+  const [all, set_all] = useState(false);
+  const rows = all ? stats.ports.rows : stats.ports.rows.slice(0, kShown);
+  return (
+    <Card title="Ports">
+      {rows.length === 0 ? (
+        <p class="dim pad">None.</p>
+      ) : (
+        <div class="table-box">
+          <table>
+            <thead><tr><th>Port</th><th>Name</th><th class="right">Frames</th><th class="right">Bytes</th></tr></thead>
+            <tbody>
+              {rows.map((row) => (
+                <tr key={`${row.protocol}${row.port}`}>
+                  <td><button class="link mono" title="Show the frames of this port" onClick={() => show_frames(`${row.protocol}.port == ${row.port}`)}>{row.protocol} {row.port}</button></td>
+                  <td>{row.name}</td>
+                  <td class="right">{count_text(row.frames)}</td>
+                  <td class="right">{bytes_text(row.bytes)}</td>
+                </tr>
+              ))}
+            </tbody>
+          </table>
+        </div>
+      )}
+      <Rest table={stats.ports} all={all} set={set_all} />
+    </Card>
+  );
+}
+
+export function StatisticsPage() {
+  const stats = useAnswer<Stats>("stats", {}, true);
+  const timeline = useAnswer<Timeline>("timeline", { bins: 600 }, false);
+  const [unit, set_unit] = useState<"frames" | "bytes">("frames");
+  const span = model.span.value;
+  return (
+    <main class="sheet" id="sheet" tabIndex={-1} aria-busy={!stats?.complete}>
+      <div class="sheet-head">
+        <h1>Statistics</h1>
+        {stats && (
+          <span class="dim">
+            {many(stats.frames, "frame")}, {bytes_text(stats.bytes)}, {stats.seconds.toFixed(stats.seconds < 10 ? 3 : 0)} s
+            {stats.seconds > 0 && `, ${bytes_text(stats.bytes / stats.seconds)}/s`}
+            {stats.complete ? "" : " \u2013 still counting"}
+          </span>
+        )}
+      </div>
+      <div class="cards">
+        <Card title="Traffic over time" wide>
+          <div class="choices">
+            <Tabs label="Unit" tabs={[["frames", "Frames"], ["bytes", "Bytes"]]} at={unit} set={set_unit} />
+            <span class="dim grow">Drag over a span to choose it.</span>
+            {span && (
+              <>
+                <button onClick={() => model.show_page("frames")}>Show in the list</button>
+                <button onClick={() => model.use_span(null)}>Whole time</button>
+              </>
+            )}
+          </div>
+          <Chart timeline={timeline} unit={unit} />
+        </Card>
+        {stats ? (
+          <>
+            <Talkers key={stats.ipv4.rows.length > 0 ? "ip" : "mac"} stats={stats} />
+            <Protocols stats={stats} />
+            <div class="stack">
+              <Checksums stats={stats} />
+              <Sizes stats={stats} />
+            </div>
+            <Framings stats={stats} />
+            <Ports stats={stats} />
+          </>
+        ) : (
+          <p class="dim pad">Counting {"\u2026"}</p>
+        )}
+      </div>
+    </main>
+  );
+}

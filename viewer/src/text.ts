@@ -1,0 +1,47 @@
+// Numbers, times and widths as text.
+
+export function count_text(n: number): string {
+  return n.toLocaleString("en-US");
+}
+
+export function many(n: number, one: string, more = one + "s"): string {
+  return `${count_text(n)} ${n === 1 ? one : more}`;
+}
+
+export function bytes_text(n: number): string {
+  const units = ["bytes", "kB", "MB", "GB", "TB"];
+  let unit = 0;
+  while (n >= 1000 && unit < units.length - 1) {
+    n /= 1000;
+    ++unit;
+  }
+  return unit === 0 ? many(n, "byte") : `${n < 10 ? n.toFixed(2) : n < 100 ? n.toFixed(1) : n.toFixed(0)} ${units[unit]}`;
+}
+
+export function percent(part: number, whole: number): string {
+  return whole > 0 ? `${((100 * part) / whole).toFixed(1)} %` : "\u2013";
+}
+
+export function hex(n: number, digits: number): string {
+  return n.toString(16).toUpperCase().padStart(digits, "0");
+}
+
+const kBillion = 1_000_000_000n;
+
+// Time of day of nanoseconds since 1970, to `digits` places.
+export function time_text(ns: bigint, utc: boolean, digits = 6): string {
+  const date = new Date(Number(ns / 1_000_000n));
+  const [h, m, s] = utc
+    ? [date.getUTCHours(), date.getUTCMinutes(), date.getUTCSeconds()]
+    : [date.getHours(), date.getMinutes(), date.getSeconds()];
+  const two = (n: number) => String(n).padStart(2, "0");
+  const part = String(ns % kBillion).padStart(9, "0").slice(0, digits);
+  return `${two(h)}:${two(m)}:${two(s)}${digits ? "." + part : ""}`;
+}
+
+// In columns of a fixed-width font: a Japanese character takes two.
+export function columns_of(text: string): number {
+  let n = 0;
+  for (const c of text) n += (c.codePointAt(0) ?? 0) >= 0x1100 ? 2 : 1;
+  return n;
+}
