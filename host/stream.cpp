@@ -1,6 +1,7 @@
 #include "stream.hpp"
 
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -57,6 +58,12 @@ bool Stream::begin_with(std::string head, std::uint64_t offset) {
   file_bytes_ = {};
   bytes_ = head_;
   return true;
+}
+
+// Standard input may be handed on in the middle, and has no name by which to be opened again.
+bool Stream::seekable() const {
+  struct stat status {};
+  return !compressed() && fd_ != STDIN_FILENO && fstat(fd_, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 // Gets more bytes of the file behind those that are left; false at its end.

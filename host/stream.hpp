@@ -40,6 +40,9 @@ class Stream {
   // The descriptor when the data are all of a file, as it stands, and nothing was taken; otherwise -1.
   [[nodiscard]] int whole_file() const;
 
+  // Whether they are those of a file that can be read from any place.
+  [[nodiscard]] bool seekable() const;
+
   // Why the data broke off; empty as long as they did not.
   [[nodiscard]] const std::string& problem() const { return problem_; }
 

@@ -66,6 +66,10 @@ class Trace : public Source {
 
   bool next(Frame& frame) override;
 
+  // Whether it can be read from any place: it is a file, and not compressed.
+  [[nodiscard]] bool seekable() const { return stream_->seekable(); }
+  [[nodiscard]] int link_type() const { return pcap_datalink(pcap_.get()); }
+
  private:
   struct Close {
     void operator()(pcap_t* pcap) const { pcap_close(pcap); }
