@@ -14,8 +14,12 @@ using Run = std::function<int(Output&)>;
 
 using AddCommand = void(CLI::App& program, Run& run);
 
-AddCommand add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify, add_capture, add_index;
-inline constexpr AddCommand* kCommands[] = {add_show, add_list,     add_dump,    add_stats, add_names,
-                                            add_json, add_classify, add_capture, add_index};
+AddCommand add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify, add_capture, add_index, add_view;
+inline constexpr AddCommand* kCommands[] = {
+    add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify, add_capture, add_index,
+#ifndef _WIN32
+    add_view,
+#endif
+};
 
 }  // namespace wirelines::host

@@ -231,6 +231,11 @@ void Device::count() {
   last_ = now;
 }
 
+std::uint64_t Device::dropped() {
+  count();
+  return dropped_ + dropped_by_interface_;
+}
+
 void Device::tell_counts(std::uint64_t frames, std::string_view done, bool quiet) {
   count();
   if (!quiet) {

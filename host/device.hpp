@@ -47,6 +47,9 @@ class Device : public Source {
   // Says to standard error how many frames were `done` of those that came; only what was lost when `quiet`.
   void tell_counts(std::uint64_t frames, std::string_view done, bool quiet);
 
+  // Frames that were lost so far.
+  [[nodiscard]] std::uint64_t dropped();
+
   [[nodiscard]] pcap_t* pcap() const { return pcap_.get(); }
   [[nodiscard]] bool nanoseconds() const { return nanoseconds_; }
 

@@ -70,13 +70,15 @@ void need_names(const std::string& file) {
   throw Failure(errno == EACCES ? EX_NOPERM : EX_NOINPUT, file + ": cannot be read: " + error_text(errno));
 }
 
+void load_name_file(const NameFile& file) {
+  NickNameLoad(file.path.c_str(), file.format, tell, nullptr);
+}
+
 void load_names(const NameOptions& options, const std::vector<std::string>& traces) {
   for (const auto& file : options.files) need_names(file);
   if (options.none) return;
   NickNameClear();
-  for (const auto& file : name_files(options, traces)) {
-    NickNameLoad(file.path.c_str(), file.format, tell, nullptr);
-  }
+  for (const auto& file : name_files(options, traces)) load_name_file(file);
   make_line_bytes();
 }
 

@@ -25,6 +25,9 @@ std::vector<NameFile> name_files(const NameOptions& options, const std::vector<s
 // Throws Failure when a file of names cannot be read.
 void need_names(const std::string& file);
 
+// Adds the names of a file, as they stand there. Lines that cannot be used are told to the user.
+void load_name_file(const NameFile& file);
+
 // Loads the names for frames of these traces. Lines that cannot be used are told to the user. Throws Failure when a
 // file of --names cannot be read.
 void load_names(const NameOptions& options, const std::vector<std::string>& traces);

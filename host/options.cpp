@@ -72,7 +72,7 @@ std::vector<std::string> InputOptions::traces() const {
   return {"-"};
 }
 
-void add_input_options(CLI::App& app, InputOptions& options) {
+void add_source_options(CLI::App& app, InputOptions& options) {
   app.add_option("FILE", options.files, "Traces (or -r FILE): pcap, pcapng, .gz, .zst; - is stdin")->type_name("");
   app.add_option("-r,--read", options.read_files)->type_name("FILE")->allow_extra_args(false)->group("");
   add_live_options(app, options.live, false);
@@ -80,6 +80,10 @@ void add_input_options(CLI::App& app, InputOptions& options) {
     if (app.remaining_size() > 0) return;  // an error, told soon
     open_live(app, options);
   });
+}
+
+void add_input_options(CLI::App& app, InputOptions& options) {
+  add_source_options(app, options);
   app.add_option_function<std::string>(
          "-N,--frames",
          [&options](const std::string& text) {

@@ -40,6 +40,9 @@ struct InputOptions {
 // understood: before any file of names is read.
 void add_input_options(CLI::App& app, InputOptions& options);
 
+// Those of them that tell where frames come from.
+void add_source_options(CLI::App& app, InputOptions& options);
+
 // -f, -c and -q.
 void add_choice_options(CLI::App& app, InputOptions& options);
 

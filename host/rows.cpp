@@ -205,10 +205,20 @@ const char* pppoe_code_name(std::uint8_t code) {
 }  // namespace
 
 void RowPrinter::row(const Frame& frame) {
+  tabs_ = false;
+  columns(frame);
+}
+
+void RowPrinter::cells(const Frame& frame) {
+  tabs_ = true;
+  columns(frame);
+}
+
+void RowPrinter::columns(const Frame& frame) {
   lift_.take(frame);
   const Packet packet(frame, lift_);
-  out_.right(frame.number, kNumberWidth);
-  out_.append(' ');
+  out_.right(frame.number, tabs_ ? 0 : kNumberWidth);
+  end_column(0, 0);
   time(frame);
   addresses(packet);
   protocol_and_length(packet);
@@ -216,6 +226,12 @@ void RowPrinter::row(const Frame& frame) {
   tags(packet);
   verdicts(packet);
   out_.append('\n');
+}
+
+// A column of which `used` bytes are written.
+void RowPrinter::end_column(std::size_t used, std::size_t width) {
+  if (!tabs_ && used < width) out_.blanks(width - used);
+  out_.append(tabs_ ? '\t' : ' ');
 }
 
 void RowPrinter::time(const Frame& frame) {
@@ -228,7 +244,7 @@ void RowPrinter::time(const Frame& frame) {
   put(local.tm_min, ':');
   put(local.tm_sec, '.');
   out_.number(frame.nanoseconds / 1000, 6);
-  out_.append(' ');
+  end_column(0, 0);
 }
 
 void RowPrinter::addresses(const Packet& packet) {
@@ -257,8 +273,7 @@ void RowPrinter::address_columns(const Label& source, const Label& destination) 
     } else {
       out_.append(text);
     }
-    // In code page 932 a text has as many bytes as columns.
-    out_.blanks(std::max(kAddressWidth, text.size()) - text.size() + 1);
+    end_column(text.size(), kAddressWidth);  // in code page 932 a text has as many bytes as columns
   }
 }
 
@@ -268,9 +283,9 @@ void RowPrinter::protocol_and_length(const Packet& packet) {
   if (color_) out_.append(color);
   out_.append(name);
   if (color_ && !color.empty()) out_.append(kPlain);
-  out_.append(' ');
-  out_.right(packet.frame.original_length, kProtocolAndLengthWidth - 1 - name.size());
-  out_.append(' ');
+  end_column(0, 0);
+  out_.right(packet.frame.original_length, tabs_ ? 0 : kProtocolAndLengthWidth - 1 - name.size());
+  end_column(0, 0);
 }
 
 void RowPrinter::note(const Packet& packet) {

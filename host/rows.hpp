@@ -21,7 +21,12 @@ class RowPrinter {
   // is too long pushes to the right. Addresses and ports are shown by the user's names where they have one.
   void row(const Frame& frame);
 
+  // The same columns for a program: nothing is filled up, and a tab stands between them.
+  void cells(const Frame& frame);
+
  private:
+  void columns(const Frame& frame);
+  void end_column(std::size_t used, std::size_t width);
   void time(const Frame& frame);
   void addresses(const Packet& packet);
   void protocol_and_length(const Packet& packet);
@@ -47,6 +52,7 @@ class RowPrinter {
 
   Output& out_;
   bool color_;
+  bool tabs_ = false;
   Lift lift_;
   Text text_;
   Clock clock_;

@@ -1,0 +1,195 @@
+#include "frame_store.hpp"
+
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace wirelines::host {
+
+namespace {
+
+std::int64_t time_of(const Frame& frame) {
+  return frame.seconds * 1000000000 + frame.nanoseconds;
+}
+
+std::uint64_t size_of(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+// An index that does not belong to the trace is made anew, for this time.
+std::optional<FrameIndex> saved_index(const std::string& trace) {
+  try {
+    return FrameIndex::load(trace);
+  } catch (const Failure& failure) {
+    complain(failure.what());
+    return {};
+  }
+}
+
+}  // namespace
+
+FrameStore::FrameStore(std::string trace) : name_(std::move(trace)), path_(name_) {
+  auto source = std::make_shared<Trace>(name_, [this] { wait_for_input(); });
+  if (source->seekable()) {
+    if (auto saved = saved_index(path_)) index_.emplace(std::move(*saved));
+  } else {
+    const int link_type = source->link_type();
+    spool_ = std::make_unique<Spool>(std::move(source), link_type);
+    path_ = spool_->path();
+    spool_->start(nullptr);
+  }
+  if (!index_) index_.emplace(path_);
+  if (frames_ = index_->frames(); frames_ > 0) {
+    Reader reader(*this);
+    state_.first = time_of(*reader.at(1));
+    state_.last = time_of(*reader.at(frames_));
+  }
+  thread_ = std::thread(&FrameStore::run, this);
+}
+
+// Standard input may bring nothing for long, and we may be asked to end meanwhile.
+void FrameStore::wait_for_input() {
+  constexpr int kMilliseconds = 100;
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  while (spool_ && spool_->flush() && name_ == "-") {
+    if (poll(&input, 1, kMilliseconds) != 0) return;
+  }
+}
+
+FrameStore::FrameStore(std::shared_ptr<Device> device, std::string interface)
+    : name_(std::move(interface)), device_(std::move(device)) {
+  state_.live = true;
+  spool_ = std::make_unique<Spool>(device_, pcap_datalink(device_->pcap()));
+  path_ = spool_->path();
+  index_.emplace(path_);
+  device_->before_wait([this] { return spool_->flush(); });
+  spool_->start([this] { dropped_ = device_->dropped(); });
+  thread_ = std::thread(&FrameStore::run, this);
+}
+
+FrameStore::~FrameStore() {
+  ending_ = true;
+  wake();
+  thread_.join();
+}
+
+FrameStore::State FrameStore::state() const {
+  const std::lock_guard lock(mutex_);
+  auto state = state_;
+  state.frames = frames_;
+  state.dropped = dropped_;
+  state.paused = paused_;
+  return state;
+}
+
+void FrameStore::pause(bool paused) {
+  paused_ = paused;
+  wake();
+}
+
+std::uint64_t FrameStore::wait_for_more(std::uint64_t frames, const std::atomic<bool>& stop) const {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return frames_ > frames || stop; });
+  return frames_;
+}
+
+void FrameStore::wake() const {
+  const std::lock_guard lock(mutex_);
+  changed_.notify_all();
+}
+
+// Reads whenever the file has another size, and once more when what fills it is done.
+void FrameStore::run() {
+  constexpr auto kLook = std::chrono::milliseconds(100);
+  std::uint64_t read_size = 0;
+  bool read_all = false;
+  std::unique_lock lock(mutex_);
+  while (!ending_) {
+    const bool all = !spool_ || spool_->done();
+    const auto size = size_of(path_);
+    if (!paused_ && (size != read_size || all != read_all)) {
+      state_.complete = false;
+      if (all) state_.size = size;
+      lock.unlock();
+      auto problem = read_on();
+      lock.lock();
+      if (paused_) continue;
+      // As long as the file is being filled, it may end in the middle of a frame.
+      if (spool_) problem = all ? spool_->problem() : "";
+      state_.damage = std::move(problem);
+      state_.complete = all;
+      if (all && device_) state_.live = false;
+      read_size = size;
+      read_all = all;
+      changed_.notify_all();
+      if (all != (!spool_ || spool_->done())) continue;
+    }
+    changed_.wait_for(lock, kLook);
+  }
+}
+
+// Takes in what is there; returns what is wrong with the next frame, if anything is.
+std::string FrameStore::read_on() {
+  try {
+    TracePlace place;
+    {
+      const std::lock_guard lock(mutex_);
+      place = index_->before_frame(frames_ + 1);
+    }
+    Trace trace(path_, nullptr, place);
+    Frame frame{};
+    while (!ending_ && !paused_ && trace.next(frame)) {
+      if (frame.number > frames_) add(frame);
+    }
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return {};
+}
+
+void FrameStore::add(const Frame& frame) {
+  constexpr std::uint64_t kTellEach = 1024;
+  constexpr std::uint64_t kRecordHeader = 16;  // pcapng's are longer: so exact as this, progress need not be
+  const auto time = time_of(frame);
+  const std::lock_guard lock(mutex_);
+  index_->add(frame);
+  state_.first = frames_ == 0 ? time : std::min(state_.first, time);
+  state_.last = frames_ == 0 ? time : std::max(state_.last, time);
+  state_.bytes = frame.offset + kRecordHeader + frame.length;
+  if (++frames_ % kTellEach == 0) changed_.notify_all();
+}
+
+const Frame* FrameStore::Reader::at(std::uint64_t number) {
+  constexpr std::uint64_t kNear = 512;  // so many frames are read sooner than a trace is opened again
+  if (number == 0 || number > store_.frames()) return nullptr;
+  const bool near = trace_ && number >= frame_.number && number - frame_.number <= kNear;
+  if (near && read_up_to(number)) return &frame_;
+  TracePlace place;
+  {
+    const std::lock_guard lock(store_.mutex_);
+    place = store_.index_->before_frame(number);
+  }
+  trace_ = std::make_unique<Trace>(store_.path_, nullptr, place);
+  frame_.number = place.number - 1;
+  if (read_up_to(number)) return &frame_;
+  throw Failure(EX_DATAERR, store_.name() + ": frame " + std::to_string(number) + " cannot be read any more");
+}
+
+// False where the trace ends before: when it was opened there was less of it.
+bool FrameStore::Reader::read_up_to(std::uint64_t number) {
+  try {
+    while (frame_.number < number) {
+      if (!trace_->next(frame_)) return false;
+    }
+    return true;
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
+}  // namespace wirelines::host
