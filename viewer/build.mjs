@@ -1,13 +1,15 @@
-// Builds the page into dist/: index.html, main.js, main.css, favicon.svg. Nothing inline, nothing from elsewhere.
+// Builds the page into $OUT_DIR, or dist/: index.html, main.js, main.css, favicon.svg. Nothing inline, nothing from elsewhere.
 import { build } from "esbuild";
 import { cp, mkdir, rm } from "node:fs/promises";
+import { fileURLToPath } from "node:url";
 
-process.chdir(import.meta.dirname ?? new URL(".", import.meta.url).pathname);
-await rm("dist", { recursive: true, force: true });
-await mkdir("dist");
+process.chdir(fileURLToPath(new URL(".", import.meta.url)));
+const out = process.env.OUT_DIR || "dist";
+await rm(out, { recursive: true, force: true });
+await mkdir(out, { recursive: true });
 await build({
   entryPoints: ["src/main.tsx"],
-  outdir: "dist",
+  outdir: out,
   bundle: true,
   minify: true,
   format: "esm",
@@ -16,5 +18,5 @@ await build({
   jsxImportSource: "preact",
   legalComments: "eof",
 });
-await cp("src/index.html", "dist/index.html");
-await cp("src/favicon.svg", "dist/favicon.svg");
+await cp("src/index.html", `${out}/index.html`);
+await cp("src/favicon.svg", `${out}/favicon.svg`);

@@ -22,7 +22,8 @@ export interface State {
   last: string;
   charsets: string[];
   columns: Column[];
-  utc: boolean;
+  charset: string;
+  utcOffset: number; // seconds, of the zone in which the list shows times
 }
 
 // Kind and key of something that can be named.
@@ -133,7 +134,7 @@ export interface Name {
 export interface Names {
   names: Name[];
   file: string;
-  unsaved: boolean;
+  unsaved: number;
 }
 
 export type Query = Record<string, string | number | undefined>;

@@ -77,7 +77,7 @@ function write_address(): void {
   if (chosen.value) words.set("frame", String(chosen.value));
   if (filter.value) words.set("filter", filter.value);
   if (span.value) words.set("span", `${span.value.after}-${span.value.before}`);
-  if (charset.value && charset.value !== state.value?.charsets[0]) words.set("charset", charset.value);
+  if (charset.value && charset.value !== state.value?.charset) words.set("charset", charset.value);
   const hash = words.toString();
   if (hash !== location.hash.slice(1)) history.replaceState(null, "", hash ? "#" + hash : location.pathname);
 }
@@ -282,7 +282,7 @@ export async function poll(): Promise<void> {
       state.value = now;
       lost.value = "";
       if (first) {
-        if (!now.charsets.includes(charset.value)) charset.value = now.charsets[0] ?? "";
+        if (!now.charsets.includes(charset.value)) charset.value = now.charset;
         follow.value = now.live;
         document.title = `${now.files.join(", ")} \u2013 wirelines`;
       }

@@ -174,7 +174,7 @@ export function NamesPage() {
         <h1>Nicknames</h1>
         {names && <span class="dim">{many(names.names.length, "name")}</span>}
         <span class="grow" />
-        {names && <span class="dim">{names.unsaved ? "Not saved yet" : "All saved"} {"\u00B7"} <span class="mono">{names.file}</span></span>}
+        {names && <span class="dim">{names.unsaved ? `${many(names.unsaved, "change")} not saved` : "All saved"} {"\u00B7"} <span class="mono">{names.file}</span></span>}
         <button class="first" disabled={!names?.unsaved} onClick={model.save_names}>Save</button>
       </div>
       <section class="card">

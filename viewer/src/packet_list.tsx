@@ -62,6 +62,9 @@ export function PacketList() {
     // A trace opens with its first frame chosen.
     if (!model.chosen.value && !model.follow.value && model.rows.at(0)) model.choose_row(0);
   }, [arrived]);
+  useEffect(() => {
+    if (document.activeElement === document.body) list.current?.element?.focus();
+  }, [state === null]);
 
   if (!state) return <div class="pane list" id="list" aria-busy="true" />;
   const columns = state.columns;

@@ -40,7 +40,7 @@ function show_frames(filter: string): void {
 }
 
 function Share({ part, whole }: { part: number; whole: number }) {
-  return <span class="share" aria-hidden="true"><span style={{ width: `${whole > 0 ? (100 * part) / whole : 0}%` }} /></span>;
+  return <span class="share" aria-hidden="true"><span style={{ width: `${whole > 0 ? (100 * part) / whole : 0}%`, minWidth: part > 0 ? "1px" : "0" }} /></span>;
 }
 
 function Card({ title, note, wide, children }: { title: string; note?: string; wide?: boolean; children: ComponentChildren }) {
@@ -136,8 +136,8 @@ function Talkers({ stats }: { stats: Stats }) {
             <thead>
               <tr>
                 {pairs === "one" ? <th>Address</th> : <><th>A</th><th>B</th></>}
-                <th class="right">{pairs === "one" ? "Sent" : "A to B"}</th><th class="right">Bytes</th>
-                <th class="right">{pairs === "one" ? "Received" : "B to A"}</th><th class="right">Bytes</th><th />
+                <th class="right">{pairs === "one" ? "Frames sent" : "Frames A to B"}</th><th class="right">Bytes</th>
+                <th class="right">{pairs === "one" ? "Frames received" : "Frames B to A"}</th><th class="right">Bytes</th><th />
               </tr>
             </thead>
             <tbody>
@@ -286,7 +286,7 @@ function Ports({ stats }: { stats: Stats }) {
 }
 
 export function StatisticsPage() {
-  const stats = useAnswer<Stats>("stats", {}, true);
+  const stats = useAnswer<Stats>("stats", { top: 100 }, true);
   const timeline = useAnswer<Timeline>("timeline", { bins: 600 }, false);
   const [unit, set_unit] = useState<"frames" | "bytes">("frames");
   const span = model.span.value;
@@ -319,13 +319,15 @@ export function StatisticsPage() {
         {stats ? (
           <>
             <Talkers key={stats.ipv4.rows.length > 0 ? "ip" : "mac"} stats={stats} />
-            <Protocols stats={stats} />
+            <div class="stack">
+              <Protocols stats={stats} />
+              <Framings stats={stats} />
+            </div>
             <div class="stack">
               <Checksums stats={stats} />
               <Sizes stats={stats} />
+              <Ports stats={stats} />
             </div>
-            <Framings stats={stats} />
-            <Ports stats={stats} />
           </>
         ) : (
           <p class="dim pad">Counting {"\u2026"}</p>

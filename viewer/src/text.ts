@@ -28,15 +28,14 @@ export function hex(n: number, digits: number): string {
 
 const kBillion = 1_000_000_000n;
 
-// Time of day of nanoseconds since 1970, to `digits` places.
-export function time_text(ns: bigint, utc: boolean, digits = 6): string {
-  const date = new Date(Number(ns / 1_000_000n));
-  const [h, m, s] = utc
-    ? [date.getUTCHours(), date.getUTCMinutes(), date.getUTCSeconds()]
-    : [date.getHours(), date.getMinutes(), date.getSeconds()];
+// Time of day of nanoseconds since 1970, in a zone so many seconds east of UTC, to `digits` places.
+export function time_text(ns: bigint, offset: number, digits = 6): string {
+  const there = ns + BigInt(offset) * kBillion;
+  const date = new Date(Number(there / 1_000_000n));
   const two = (n: number) => String(n).padStart(2, "0");
-  const part = String(ns % kBillion).padStart(9, "0").slice(0, digits);
-  return `${two(h)}:${two(m)}:${two(s)}${digits ? "." + part : ""}`;
+  const part = String(there % kBillion).padStart(9, "0").slice(0, digits);
+  const time = [date.getUTCHours(), date.getUTCMinutes(), date.getUTCSeconds()].map(two).join(":");
+  return digits ? `${time}.${part}` : time;
 }
 
 // In columns of a fixed-width font: a Japanese character takes two.

@@ -89,7 +89,7 @@ function Span() {
   const short = BigInt(span.before) - BigInt(span.after) < 20_000_000_000n ? 3 : 0;
   return (
     <span class="chip">
-      <span class="mono">{time_text(BigInt(span.after), state.utc, short)} {"\u2013"} {time_text(BigInt(span.before), state.utc, short)}</span>
+      <span class="mono">{time_text(BigInt(span.after), state.utcOffset, short)} {"\u2013"} {time_text(BigInt(span.before), state.utcOffset, short)}</span>
       <button aria-label="Show the whole time" title="Show the whole time" onClick={() => model.use_span(null)}>{"\u2715"}</button>
     </span>
   );
@@ -120,7 +120,7 @@ export function Toolbar() {
           <button aria-pressed={model.follow.value} title="Follow the newest frame (l)" onClick={() => (model.follow.value = !model.follow.value)}>Follow</button>
         </span>
       )}
-      {model.names.value?.unsaved && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
+      {Boolean(model.names.value?.unsaved) && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
       <button class="round" aria-label="Help" title="Help (?)" onClick={() => (helping.value = true)}>?</button>
     </header>
   );
