@@ -8,7 +8,7 @@ export interface Column {
 }
 
 export interface State {
-  version: string;
+  version: number; // of this interface
   files: string[];
   frames: number;
   bytes: number;

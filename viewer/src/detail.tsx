@@ -78,6 +78,7 @@ export function Detail() {
     else if (at >= 0) list.current?.reveal(at, fresh ? "start" : "near");
   }, [frame, at]);
 
+  // The buttons have keys; Tab goes from pane to pane.
   const head = (
     <header class="pane-head">
       <h2>{frame ? `Frame ${frame.n}` : "Frame"}</h2>
@@ -91,13 +92,13 @@ export function Detail() {
       <span class="grow" />
       <span class="group" role="group" aria-label="Copy">
         <span class="dim" aria-hidden="true">Copy</span>
-        <button disabled={!frame} onClick={copy_line} title="Copy the line (c)" aria-label="Copy the line">line</button>
-        <button disabled={!frame} onClick={copy_layer} title="Copy the layer (Shift+C)" aria-label="Copy the layer">layer</button>
-        <button disabled={!frame} onClick={copy_hex} title="Copy the bytes as hex (x)" aria-label="Copy the bytes as hex">hex</button>
+        <button tabIndex={-1} disabled={!frame} onClick={copy_line} title="Copy the line (c)" aria-label="Copy the line">line</button>
+        <button tabIndex={-1} disabled={!frame} onClick={copy_layer} title="Copy the layer (Shift+C)" aria-label="Copy the layer">layer</button>
+        <button tabIndex={-1} disabled={!frame} onClick={copy_hex} title="Copy the bytes as hex (x)" aria-label="Copy the bytes as hex">hex</button>
       </span>
       <span class="group" role="group" aria-label="Fold">
-        <button disabled={!frame} onClick={() => frame && fold_layers(frame, true)} title="Fold all layers (&lt;)" aria-label="Fold all layers">{"\u2212"}</button>
-        <button disabled={!frame} onClick={() => frame && fold_layers(frame, false)} title="Unfold all (&gt;)" aria-label="Unfold all">+</button>
+        <button tabIndex={-1} disabled={!frame} onClick={() => frame && fold_layers(frame, true)} title="Fold all layers (&lt;)" aria-label="Fold all layers">{"\u2212"}</button>
+        <button tabIndex={-1} disabled={!frame} onClick={() => frame && fold_layers(frame, false)} title="Unfold all (&gt;)" aria-label="Unfold all">+</button>
       </span>
     </header>
   );
@@ -191,7 +192,7 @@ export function Detail() {
           <Text node={node} cut={cut} />
         ) : (
           <span class="bar">
-            <span class="bar-text">{title}</span>
+            {title.map((text) => <span key={text}>{text}</span>)}
           </span>
         )}
         {who && (

@@ -38,11 +38,11 @@ export interface Frame {
   cells: Cell[];
 }
 
-const kBar = /^--- (.*?) ?-*$/;
+const kBar = /^--- ?([^-].*?) ?-{2,}$/;
 
-// What stands in the rule of a title or heading, or null where the line is none.
-export function heading(text: string): string | null {
-  return kBar.exec(text)?.[1] ?? null;
+// What stands in the rule of a title or heading, one or two texts; null where the line is none.
+export function heading(text: string): string[] | null {
+  return kBar.exec(text)?.[1]?.split(/ -{4,} /) ?? null;
 }
 
 function parse_hex(digits: string): Uint8Array {
@@ -63,7 +63,7 @@ function grow(lines: Line[]): { roots: Node[]; nodes: (Node | undefined)[] } {
     const rank = kind === "layer" ? 0 : kind === "section" ? 1 : line.level >= 2 ? 3 : 2;
     let parent: Node | null = null;
     for (let i = 0; i < rank; ++i) parent = open[i] ?? parent;
-    const name = (title ?? line.text.slice(0, line.text.indexOf("]") + 1)).replace(/[0-9].*/, "");
+    const name = (title?.[0] ?? line.text.slice(0, line.text.indexOf("]") + 1)).replace(/[0-9].*/, "");
     const node: Node = {
       line,
       kind,

@@ -131,19 +131,6 @@ export function HexPane() {
   return (
     <section class="pane hex" aria-label="Bytes" ref={pane}>
       <span class="ruler" aria-hidden="true">0000000000</span>
-      <header class="pane-head">
-        <h2>Bytes</h2>
-        <span class="dim">{range}</span>
-        <span class="grow" />
-        <label class="group">
-          <span class="dim">Text</span>
-          <select id="charset" title="Character set (t)" value={model.charset.value} onChange={(event) => model.use_charset(event.currentTarget.value)}>
-            {(state?.charsets ?? []).map((name) => (
-              <option key={name} value={name}>{kCharsets[name] ?? name}</option>
-            ))}
-          </select>
-        </label>
-      </header>
       {frame && frame.bytes.length > 0 ? (
         <VirtualList
           handle={list}
@@ -174,6 +161,19 @@ export function HexPane() {
           <p>{frame ? "The frame has no bytes." : ""}</p>
         </div>
       )}
+      <header class="pane-head">
+        <h2>Bytes</h2>
+        <span class="dim">{range}</span>
+        <span class="grow" />
+        <label class="group">
+          <span class="dim">Text</span>
+          <select id="charset" title="Character set (t)" value={model.charset.value} onChange={(event) => model.use_charset(event.currentTarget.value)}>
+            {(state?.charsets ?? []).map((name) => (
+              <option key={name} value={name}>{kCharsets[name] ?? name}</option>
+            ))}
+          </select>
+        </label>
+      </header>
     </section>
   );
 }

@@ -4,6 +4,7 @@ import { batch, computed, signal } from "@preact/signals";
 import { ask, Refusal, tell, type Names, type Query, type Rows, type State, type WireFrame, type Who } from "./api";
 import { line_of, read_frame, type Frame } from "./frame";
 import { RowCache } from "./rows";
+import { file_name } from "./text";
 
 export type Page = "frames" | "statistics" | "names";
 
@@ -284,7 +285,7 @@ export async function poll(): Promise<void> {
       if (first) {
         if (!now.charsets.includes(charset.value)) charset.value = now.charset;
         follow.value = now.live;
-        document.title = `${now.files.join(", ")} \u2013 wirelines`;
+        document.title = `${now.files.map(file_name).join(", ")} \u2013 wirelines`;
       }
       if (!narrowed) rows.grown(now.frames, now.complete);
     });

@@ -44,3 +44,7 @@ export function columns_of(text: string): number {
   for (const c of text) n += (c.codePointAt(0) ?? 0) >= 0x1100 ? 2 : 1;
   return n;
 }
+
+export function file_name(path: string): string {
+  return path.slice(path.lastIndexOf("/") + 1);
+}

@@ -2,7 +2,7 @@ import { signal } from "@preact/signals";
 import { useEffect, useRef, useState } from "preact/hooks";
 import { helping } from "./help";
 import * as model from "./model";
-import { bytes_text, count_text, many, time_text } from "./text";
+import { bytes_text, count_text, file_name, many, time_text } from "./text";
 
 // What stands in the box, used or not.
 const typed = signal("");
@@ -120,7 +120,7 @@ export function Toolbar() {
           <button aria-pressed={model.follow.value} title="Follow the newest frame (l)" onClick={() => (model.follow.value = !model.follow.value)}>Follow</button>
         </span>
       )}
-      {Boolean(model.names.value?.unsaved) && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
+      {model.names.value !== null && model.names.value.unsaved > 0 && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
       <button class="round" aria-label="Help" title="Help (?)" onClick={() => (helping.value = true)}>?</button>
     </header>
   );
@@ -180,8 +180,7 @@ export function StatusBar() {
       {state.live && <span class={state.paused ? "" : "live"}>{state.paused ? "\u2016 Paused" : "\u25CF Live"}</span>}
       {state.dropped > 0 && <span class="wrong">{"\u2716"} {many(state.dropped, "frame")} dropped</span>}
       <span class="grow" />
-      <span class="files" title={state.files.join("\n")}>{state.files.join(", ")}</span>
-      <span class="dim">wirelines {state.version}</span>
+      <span class="files" title={state.files.join("\n")}>{state.files.map(file_name).join(", ")}</span>
     </footer>
   );
 }
