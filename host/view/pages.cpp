@@ -27,10 +27,10 @@ struct Column {
   const char *key, *title, *align;
   int width;  // in characters; 0 for what is left
 };
-constexpr std::array<Column, 7> kColumns = {{{"number", "No.", "right", 7},
+constexpr std::array<Column, 7> kColumns = {{{"no", "No.", "right", 7},
                                              {"time", "Time", "left", 15},
-                                             {"source", "Source", "left", 17},
-                                             {"destination", "Destination", "left", 17},
+                                             {"src", "Source", "left", 17},
+                                             {"dst", "Destination", "left", 17},
                                              {"protocol", "Protocol", "left", 9},
                                              {"length", "Length", "right", 6},
                                              {"note", "Note", "left", 0}}};

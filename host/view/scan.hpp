@@ -39,6 +39,9 @@ class Scan {
   // Whether all frames that are known were looked at.
   [[nodiscard]] bool caught_up() const { return looked_at_ >= store_.frames(); }
 
+  // The number of the last frame that was looked at.
+  [[nodiscard]] std::uint64_t looked_at() const { return looked_at_; }
+
  private:
   void run();
   [[nodiscard]] bool wanted(const Frame& frame);
@@ -63,6 +66,7 @@ class ChosenRows {
         }) {}
 
   [[nodiscard]] bool caught_up() const { return scan_.caught_up(); }
+  [[nodiscard]] std::uint64_t looked_at() const { return scan_.looked_at(); }
 
   template <typename Use>
   auto use(Use use) const {

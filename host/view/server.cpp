@@ -258,8 +258,7 @@ void ViewServer::change(const Request& request, Response& response, std::string_
 }
 
 std::shared_ptr<ChosenRows> ViewServer::chosen_rows(const Choice& choice) {
-  auto rows = rows_.get(choice, [&] { return std::make_shared<ChosenRows>(store_, choice, settings_.lift_tags); });
-  return rows;
+  return rows_.get(choice, [&] { return std::make_shared<ChosenRows>(store_, choice, settings_.lift_tags); });
 }
 
 std::shared_ptr<ChosenTally> ViewServer::chosen_tally(const Choice& choice) {
@@ -300,15 +299,17 @@ void ViewServer::rows(const Request& request, Output& out) {
 void ViewServer::row(const Request& request, Output& out) {
   const auto choice = choice_of(request);
   const auto number = needed(request, "n");
-  std::uint64_t index = number == 0 ? 0 : std::min(number - 1, store_.frames());
-  if (choice != Choice{}) {
-    const auto chosen = chosen_rows(choice);
-    wait_shortly([&] { return chosen->caught_up(); });
-    index = chosen->use([number](const FrameSet& set) { return set.below(number); });
-  }
-  out.append("{\"index\":");
-  out.number(index);
-  out.append('}');
+  const auto put = [&out](std::uint64_t index) {
+    out.append("{\"index\":");
+    out.number(index);
+    out.append('}');
+  };
+  if (choice == Choice{}) return put(number == 0 ? 0 : std::min(number - 1, store_.frames()));
+  const auto chosen = chosen_rows(choice);
+  const auto known = [&] { return chosen->caught_up() || chosen->looked_at() >= number; };
+  wait_shortly(known);
+  if (!known()) return out.append("{\"index\":-1}");  // not yet
+  put(chosen->use([number](const FrameSet& set) { return set.below(number); }));
 }
 
 void ViewServer::frame(const Request& request, Output& out) {
@@ -331,7 +332,7 @@ void ViewServer::stats(const Request& request, Output& out) {
   const auto tally = chosen_tally(choice_of(request));
   put_flag(out, "{\"complete\"", complete && tally->caught_up());
   Output report;
-  const auto top = parameter<std::size_t>(request, "top").value_or(10);
+  const auto top = parameter<std::size_t>(request, "top").value_or(100);
   tally->use([&](const Tally& sums) { write_json(report, sums, top); });
   out.append(',');
   out.append(report.text().substr(1));  // without its brace
