@@ -95,7 +95,13 @@ const kFramesOnly = new Map<string, () => void>([
 ]);
 
 const kAlways = new Map<string, () => void>([
-  ["/", () => focus("filter")],
+  [
+    "/",
+    () => {
+      if (model.page.value === "names") model.show_page("frames");
+      requestAnimationFrame(() => focus("filter"));
+    },
+  ],
   ["?", () => (helping.value = true)],
   ["1", () => model.show_page("frames")],
   ["2", () => model.show_page("statistics")],
@@ -117,6 +123,10 @@ document.addEventListener("keydown", (event) => {
   act();
 });
 
-model.page.subscribe(() => queueMicrotask(() => requestAnimationFrame(() => focus(model.page.value === "frames" ? "list" : "sheet"))));
+model.page.subscribe((page) => {
+  requestAnimationFrame(() => {
+    if (document.activeElement?.id !== "filter") focus(page === "frames" ? "list" : "sheet");
+  });
+});
 model.start();
 render(<App />, document.body);

@@ -14,6 +14,17 @@ export const kKinds: [kind: string, title: string, example: string][] = [
   ["type", "EtherType", "0x0800"],
 ];
 
+// A key in one form: digits of a station, all groups of an IPv6 address.
+function plain_key(kind: string, key: string): string {
+  const lower = key.toLowerCase();
+  if (kind === "station") return lower.replace(/[^0-9a-f]/g, "");
+  if (kind !== "ip6") return lower;
+  const [head = "", tail] = lower.split("::");
+  const groups = (part: string) => part.split(":").filter(Boolean).map((group) => Number.parseInt(group, 16));
+  const [left, right] = [groups(head), groups(tail ?? "")];
+  return [...left, ...Array<number>(Math.max(0, 8 - left.length - right.length)).fill(0), ...right].join(":");
+}
+
 function kind_title(kind: string): string {
   return kKinds.find((known) => known[0] === kind)?.[1] ?? kind;
 }
@@ -35,7 +46,9 @@ export function NameEditor() {
   const box = useRef<HTMLFormElement>(null);
   const input = useRef<HTMLInputElement>(null);
   const [error, set_error] = useState("");
-  const known = about && model.names.value?.names.find(({ kind, key }) => kind === about.who[0] && key.toLowerCase() === about.who[1].toLowerCase());
+  const known =
+    about &&
+    model.names.value?.names.find(({ kind, key }) => kind === about.who[0] && plain_key(kind, key) === plain_key(kind, about.who[1]));
 
   useEffect(() => {
     set_error("");
@@ -90,6 +103,10 @@ export function NameEditor() {
 
 const errors = signal<{ row: string; text: string } | null>(null);
 
+function shown_key({ kind, key }: Name): string {
+  return kind === "station" && /^[0-9a-f]{12}$/i.test(key) ? (key.match(/../g)?.join(":") ?? key) : key;
+}
+
 function NameRow({ entry }: { entry: Name }) {
   const id = `${entry.kind} ${entry.key}`;
   const put = async (name: string) => {
@@ -101,7 +118,7 @@ function NameRow({ entry }: { entry: Name }) {
   return (
     <tr>
       <td>{kind_title(entry.kind)}</td>
-      <td class="mono">{entry.key}</td>
+      <td class="mono">{shown_key(entry)}</td>
       <td>
         <input
           type="text"
@@ -121,7 +138,7 @@ function NameRow({ entry }: { entry: Name }) {
         />
         {error && <p class="error" role="alert">{error}</p>}
       </td>
-      <td class="dim">{entry.source}</td>
+      <td class="dim">{entry.source || "not saved yet"}</td>
       <td>
         <button onClick={() => put("")} aria-label={`Remove the name of ${entry.key}`}>Remove</button>
       </td>

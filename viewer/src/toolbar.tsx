@@ -112,15 +112,14 @@ export function Toolbar() {
           </button>
         ))}
       </nav>
-      <FilterBox />
-      <Span />
+      {model.page.value === "names" ? <span class="grow" /> : <><FilterBox /><Span /></>}
       {state?.live && (
         <span class="group" role="group" aria-label="Live">
           <button aria-pressed={state.paused} title="Pause (p)" onClick={() => model.pause(!state.paused)}>{state.paused ? "\u25B6 Go on" : "\u2016 Pause"}</button>
           <button aria-pressed={model.follow.value} title="Follow the newest frame (l)" onClick={() => (model.follow.value = !model.follow.value)}>Follow</button>
         </span>
       )}
-      {model.names.value !== null && model.names.value.unsaved > 0 && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
+      {model.page.value !== "names" && model.names.value !== null && model.names.value.unsaved > 0 && <button class="first" title={`Save the names in ${model.names.value.file} (s)`} onClick={model.save_names}>Save names</button>}
       <button class="round" aria-label="Help" title="Help (?)" onClick={() => (helping.value = true)}>?</button>
     </header>
   );
