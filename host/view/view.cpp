@@ -77,14 +77,9 @@ std::unique_ptr<FrameStore> open_store(const InputOptions& input) {
   return std::make_unique<FrameStore>(traces[0]);
 }
 
-int view(const ViewOptions& options, Output& out) {
-  if (options.assets.empty() && kAssets.empty()) {
-    throw Failure(EX_UNAVAILABLE, "this program was built without the viewer's page (WIRELINES_VIEWER=OFF)");
-  }
-  const auto end_signals = hold_end_signals();
-  const auto store = open_store(options.input);
-  NameBoard names(options.names, options.input.traces());
-  ViewServer server(*store, names, {options.input.lift_tags, options.input.charset}, options.port, options.assets);
+// Until a signal comes.
+void serve(const ViewOptions& options, FrameStore& store, NameBoard& names, const sigset_t& end_signals, Output& out) {
+  ViewServer server(store, names, {options.input.lift_tags, options.input.charset}, options.port, options.assets);
   std::thread thread([&server] { server.serve(); });
   out.append(server.address());
   out.append('\n');
@@ -94,6 +89,19 @@ int view(const ViewOptions& options, Output& out) {
   sigwait(&end_signals, &signal);
   server.stop();
   thread.join();
+}
+
+int view(const ViewOptions& options, Output& out) {
+  if (options.assets.empty() && kAssets.empty()) {
+    throw Failure(EX_UNAVAILABLE, "this program was built without the viewer's page (WIRELINES_VIEWER=OFF)");
+  }
+  const auto end_signals = hold_end_signals();
+  auto store = open_store(options.input);
+  NameBoard names(options.names, options.input.traces());
+  serve(options, *store, names, end_signals, out);
+  const auto frames = store->frames();
+  store.reset();
+  if (options.input.device) options.input.device->tell_counts(frames, "shown", false);
   return finish(out, 0);
 }
 

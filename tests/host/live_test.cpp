@@ -19,6 +19,7 @@
 
 #include "host/trace.hpp"
 #include "program.hpp"
+#include "viewer.hpp"
 
 namespace wirelines::host {
 namespace {
@@ -338,6 +339,27 @@ TEST_F(Live, says_what_is_wrong) {
   const auto list = run("$W capture -D");
   EXPECT_EQ(list.exit_code, 0);
   EXPECT_NE(list.out.find("v1              up\n"), std::string::npos) << list.out;
+}
+
+TEST_F(Live, view_follows_and_pauses) {
+  run("ip link set lo up");
+  Viewer viewer("--assets . -i v1 -f 'ether proto 0x88b5' 2> '" + folder_.path("err") + "'");
+  const auto frames = [&viewer](int wanted) {
+    viewer.wait("state", [wanted](const nlohmann::json& state) { return state["frames"] == wanted; });
+  };
+  EXPECT_EQ(viewer.get("state")["live"], true);
+  send(0, 5);
+  frames(5);
+  EXPECT_EQ(viewer.get("rows")["complete"], false);
+  EXPECT_EQ(viewer.get("frame?n=5")["bytes"].get<std::string>().substr(28, 8), "00000004");
+  viewer.send("POST", "pause", {{"paused", true}});
+  send(5, 3);
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  EXPECT_EQ(viewer.get("rows")["total"], 5);
+  viewer.send("POST", "pause", {{"paused", false}});
+  frames(8);
+  EXPECT_EQ(viewer.end(), 0);
+  EXPECT_EQ(contents(folder_.path("err")), "wirelines: 8 frame(s) shown, 8 received by the filter" + kNoDrops);
 }
 
 }  // namespace
