@@ -3,6 +3,7 @@
 #include <pthread.h>
 #include <spawn.h>
 #include <unistd.h>
+#include <wirelines.h>
 
 #include <csignal>
 #include <cstdlib>
@@ -95,6 +96,8 @@ int view(const ViewOptions& options, Output& out) {
   if (options.assets.empty() && kAssets.empty()) {
     throw Failure(EX_UNAVAILABLE, "this program was built without the viewer's page (WIRELINES_VIEWER=OFF)");
   }
+  if (options.input.charset > WIRELINES_EBCDIC)
+    throw Failure(EX_USAGE, "--charset raw: the page has no such character set");
   const auto end_signals = hold_end_signals();
   auto store = open_store(options.input);
   NameBoard names(options.names, options.input.traces());

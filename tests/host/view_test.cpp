@@ -374,6 +374,7 @@ TEST_F(View, troubles_before_it_serves) {
       {"$T $T", 64, "view shows one trace"},
       {"-f 'port 53' $T", 64, "the page has a filter"},
       {"--port 0 $T", 64, "--port"},
+      {"--charset raw $T", 64, "no such character set"},
       {"--port " + port + " $T", 69, "is taken"},
       {"--names nothing $T", 66, "nothing"},
   };
