@@ -8,10 +8,10 @@ import { VirtualList } from "./virtual_list";
 
 function track(column: Column, frames: number): string {
   switch (column.key) {
-    case "number":
+    case "no":
       return `${Math.max(5, String(frames).length) + 1}ch`;
-    case "source":
-    case "destination":
+    case "src":
+    case "dst":
       return `minmax(${column.width + 1}ch, 1fr)`;
     case "note":
       return "minmax(24ch, 2.5fr)";
@@ -26,7 +26,7 @@ function least(column: Column): number {
 
 export function name_cell(list: VirtualList | null, index: number, side: 0 | 1): void {
   const who = model.rows.at(index)?.w?.[side];
-  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side === 0 ? "source" : "destination"}`);
+  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side === 0 ? "src" : "dst"}`);
   if (who && cell) model.naming.value = { who, near: cell.getBoundingClientRect(), back: list?.element ?? null };
   else if (model.rows.at(index)) model.say("What stands here cannot be named.");
 }
@@ -105,8 +105,8 @@ export function PacketList() {
         style={{ gridTemplateColumns: template }}
         onMouseDown={() => model.choose_row(index)}
         onDblClick={(event) => {
-          const cell = (event.target as Element).closest(".col-source, .col-destination");
-          if (cell) name_cell(list.current, index, cell.classList.contains("col-source") ? 0 : 1);
+          const cell = (event.target as Element).closest(".col-src, .col-dst");
+          if (cell) name_cell(list.current, index, cell.classList.contains("col-src") ? 0 : 1);
         }}
       >
         {row ? <Cells row={row} columns={columns} /> : <span class="dim" role="gridcell">{"\u2026"}</span>}
