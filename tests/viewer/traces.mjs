@@ -14,17 +14,18 @@ function header() {
   return bytes;
 }
 
-export function record(frame, index) {
+export function record(frame, milliseconds) {
   const head = Buffer.alloc(kRecord);
-  head.writeUInt32LE(1_700_000_000 + Math.floor(index / 1000), 0);
-  head.writeUInt32LE((index % 1000) * 1000, 4);
+  head.writeUInt32LE(1_700_000_000 + Math.floor(milliseconds / 1000), 0);
+  head.writeUInt32LE((milliseconds % 1000) * 1000, 4);
   head.writeUInt32LE(frame.length, 8);
   head.writeUInt32LE(frame.length, 12);
   return Buffer.concat([head, frame]);
 }
 
-export function write_trace(path, frames) {
-  writeFileSync(path, Buffer.concat([header(), ...frames.map(record)]));
+// `when` gives the millisecond of each frame.
+export function write_trace(path, frames, when = (i) => i) {
+  writeFileSync(path, Buffer.concat([header(), ...frames.map((frame, i) => record(frame, when(i)))]));
 }
 
 export function read_frames(path) {

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { existsSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
+import { readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
 import test, { after } from "node:test";
 import { chosen_line, count_text, end_all, kFolder, kProgram, kRoot, kScreenshots, lit_bytes, serve, status_of, visit } from "./support.mjs";
 import { contrast_faults } from "./contrast.mjs";
@@ -36,8 +36,8 @@ test("a line lights its bytes, and a byte chooses its line", async () => {
     assert.ok((await lit_bytes(page)).includes(offset));
     assert.ok(await page.locator(".line.on").isVisible(), "the line is in view");
   }
-  await page.locator(".line", { hasText: "[Command] 0x72" }).last().hover();
-  assert.deepEqual(await page.$$eval(".byte.hint", (bytes) => bytes.map((byte) => byte.dataset.offset)), ["74"]);
+  await page.locator(".line", { hasText: "[Type] 0 (SESSION MESSAGE)" }).hover();
+  assert.deepEqual(await page.$$eval(".byte.hint", (bytes) => bytes.map((byte) => byte.dataset.offset)), ["66"]);
   assert.deepEqual(faults, []);
   await close();
 });
@@ -351,12 +351,17 @@ test("it can be read: contrast, narrow windows, no colours, what a screen reader
 });
 
 test("pictures of the main views", async () => {
-  const { address } = await serve(example("smb.pcap"));
+  const [lan, smb] = ["lan.pcap", "smb.pcap"].map((name) => read_frames(example(name)));
+  const bad = Buffer.from(lan[8]);
+  bad[24] ^= 0xff;
+  const mixed = [...lan.slice(0, 8), bad, ...lan.slice(9, 14), smb[7], smb[8], ...lan.slice(14), ...smb.slice(9)];
+  write_trace(`${kFolder}/office.pcap`, mixed, (i) => Math.round(40 * i + 320 * Math.sin(i / 9)));
+  const { address } = await serve(`${kFolder}/office.pcap`);
   const pictures = [];
   for (const colorScheme of ["light", "dark"]) {
-    const { page, faults, close } = await visit(address, { hash: "#frame=8", colorScheme });
+    const { page, faults, close } = await visit(address, { hash: "#frame=15", colorScheme, viewport: { width: 1080, height: 640 } });
     await page.locator(".line", { hasText: "[Dialect Index 3]" }).click();
-    await page.mouse.move(640, 790);
+    await page.mouse.move(540, 634);
     pictures.push(`${kScreenshots}/view-${colorScheme}.png`);
     await page.screenshot({ path: pictures.at(-1) });
     await page.keyboard.press("2");
@@ -367,5 +372,5 @@ test("pictures of the main views", async () => {
     assert.deepEqual(faults, []);
     await close();
   }
-  for (const picture of pictures) assert.ok(existsSync(picture) && statSync(picture).size < 200_000, picture);
+  for (const picture of pictures) assert.ok(statSync(picture).size < 200_000, `${picture} has ${statSync(picture).size} bytes`);
 });

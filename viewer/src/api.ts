@@ -34,7 +34,6 @@ export interface Row {
   c: string[];
   k: string;
   bad: boolean;
-  w?: (Who | null)[];
 }
 
 export interface Rows {

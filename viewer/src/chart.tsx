@@ -50,7 +50,7 @@ export function Chart({ timeline, unit }: { timeline: Timeline | null; unit: "fr
         {
           width: Math.max(200, room.clientWidth),
           height: kHeight,
-          padding: [10, 12, 0, 0],
+          padding: [10, 40, 0, 0],
           scales: { x: { time: false, range: () => [first, first + whole] }, y: { range: (_u, _low, high) => [0, Math.max(1, high * 1.08)] } },
           legend: { show: false },
           cursor: { y: false, drag: { x: true, y: false, setScale: false, dist: 4 }, points: { show: false } },
@@ -61,11 +61,10 @@ export function Chart({ timeline, unit }: { timeline: Timeline | null; unit: "fr
           series: [
             {},
             {
-              stroke: color("--accent"),
-              fill: color("--accent-soft"),
-              width: 1.25,
+              fill: color("--accent"),
+              width: 0,
               points: { show: false },
-              paths: uPlot.paths.stepped!({ align: 1 }),
+              paths: uPlot.paths.bars!({ size: [1, Infinity, 1], align: 1, gap: 0 }),
             },
           ],
           hooks: {

@@ -140,3 +140,15 @@ export function who_of(frame: Frame, line: Line): Who | null {
   }
   return null;
 }
+
+// Kind and key in one form: the digits of a station, all groups of an IPv6 address.
+export function key_text(who: Who | null): string {
+  if (!who) return "";
+  const [kind, key] = [who[0], who[1].toLowerCase()];
+  if (kind === "station") return `${kind} ${key.replace(/[^0-9a-f]/g, "")}`;
+  if (kind !== "ip6") return `${kind} ${key}`;
+  const groups = (part = "") => part.split(":").filter(Boolean).map((group) => Number.parseInt(group, 16));
+  const [head, tail] = key.split("::");
+  const [left, right] = [groups(head), groups(tail)];
+  return [kind, ...left, ...Array<number>(Math.max(0, 8 - left.length - right.length)).fill(0), ...right].join(" ");
+}

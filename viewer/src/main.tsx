@@ -14,7 +14,7 @@ import { StatisticsPage } from "./statistics";
 import { Notices, StatusBar, Toolbar } from "./toolbar";
 
 const across = signal(45); // share of the list
-const along = signal(52); // share of the lines
+const along = signal(47); // share of the lines
 
 // The splitters come last in the document, so that Tab goes from pane to pane; the style sheet puts them between.
 function Frames() {

@@ -2,6 +2,7 @@
 import { signal } from "@preact/signals";
 import { useEffect, useRef, useState } from "preact/hooks";
 import { Refusal, type Name } from "./api";
+import { key_text } from "./frame";
 import * as model from "./model";
 import { many } from "./text";
 
@@ -13,17 +14,6 @@ export const kKinds: [kind: string, title: string, example: string][] = [
   ["sap", "SAP pair", "f0/f0"],
   ["type", "EtherType", "0x0800"],
 ];
-
-// A key in one form: digits of a station, all groups of an IPv6 address.
-function plain_key(kind: string, key: string): string {
-  const lower = key.toLowerCase();
-  if (kind === "station") return lower.replace(/[^0-9a-f]/g, "");
-  if (kind !== "ip6") return lower;
-  const [head = "", tail] = lower.split("::");
-  const groups = (part: string) => part.split(":").filter(Boolean).map((group) => Number.parseInt(group, 16));
-  const [left, right] = [groups(head), groups(tail ?? "")];
-  return [...left, ...Array<number>(Math.max(0, 8 - left.length - right.length)).fill(0), ...right].join(":");
-}
 
 function kind_title(kind: string): string {
   return kKinds.find((known) => known[0] === kind)?.[1] ?? kind;
@@ -48,7 +38,7 @@ export function NameEditor() {
   const [error, set_error] = useState("");
   const known =
     about &&
-    model.names.value?.names.find(({ kind, key }) => kind === about.who[0] && plain_key(kind, key) === plain_key(kind, about.who[1]));
+    model.names.value?.names.find(({ kind, key }) => key_text([kind, key]) === key_text(about.who));
 
   useEffect(() => {
     set_error("");

@@ -1,6 +1,7 @@
 // The list of frames.
 import { useEffect, useRef } from "preact/hooks";
-import type { Column, Row } from "./api";
+import type { Column, Row, Who } from "./api";
+import { key_text, who_of } from "./frame";
 import { row_height } from "./metrics";
 import * as model from "./model";
 import { count_text } from "./text";
@@ -24,11 +25,25 @@ function least(column: Column): number {
   return (column.key === "note" ? 24 : column.width) + 2;
 }
 
-export function name_cell(list: VirtualList | null, index: number, side: 0 | 1): void {
-  const who = model.rows.at(index)?.w?.[side];
-  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side === 0 ? "src" : "dst"}`);
+// A cell shows an address, or the name of one; of several of that name it is the one in the frame.
+function who_in(text: string, row: Row): Who | null {
+  if (/^\d+\.\d+\.\d+\.\d+$/.test(text)) return ["ip", text];
+  if (/^([0-9a-f]{2}:){5}[0-9a-f]{2}$/i.test(text)) return ["station", text];
+  if (/^[0-9a-f:.]*:[0-9a-f:.]*$/i.test(text)) return ["ip6", text];
+  const named = model.names.value?.names.filter(({ kind, name }) => name === text && ["ip", "ip6", "station"].includes(kind)) ?? [];
+  const frame = model.frame.value?.n === row.n ? model.frame.value : null;
+  const there = new Set(frame?.lines.map((line) => key_text(who_of(frame, line))));
+  const found = named.find(({ kind, key }) => there.has(key_text([kind, key]))) ?? named[0];
+  return found ? [found.kind, found.key] : null;
+}
+
+function name_cell(list: VirtualList | null, index: number, side: "src" | "dst"): void {
+  const row = model.rows.at(index);
+  const column = model.state.value?.columns.findIndex(({ key }) => key === side) ?? -1;
+  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side}`);
+  const who = row && who_in(row.c[column] ?? "", row);
   if (who && cell) model.naming.value = { who, near: cell.getBoundingClientRect(), back: list?.element ?? null };
-  else if (model.rows.at(index)) model.say("What stands here cannot be named.");
+  else if (row) model.say("What stands here cannot be named.");
 }
 
 function Cells({ row, columns }: { row: Row; columns: Column[] }) {
@@ -88,7 +103,7 @@ export function PacketList() {
     } else if (event.key === "n" || event.key === "N") {
       event.preventDefault();
       event.stopPropagation();
-      name_cell(list.current, cursor, event.key === "n" ? 0 : 1);
+      name_cell(list.current, cursor, event.key === "n" ? "src" : "dst");
     }
   };
 
@@ -106,7 +121,7 @@ export function PacketList() {
         onMouseDown={() => model.choose_row(index)}
         onDblClick={(event) => {
           const cell = (event.target as Element).closest(".col-src, .col-dst");
-          if (cell) name_cell(list.current, index, cell.classList.contains("col-src") ? 0 : 1);
+          if (cell) name_cell(list.current, index, cell.classList.contains("col-src") ? "src" : "dst");
         }}
       >
         {row ? <Cells row={row} columns={columns} /> : <span class="dim" role="gridcell">{"\u2026"}</span>}

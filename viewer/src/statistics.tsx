@@ -287,7 +287,7 @@ function Ports({ stats }: { stats: Stats }) {
 
 export function StatisticsPage() {
   const stats = useAnswer<Stats>("stats", { top: 100 }, true);
-  const timeline = useAnswer<Timeline>("timeline", { bins: 600 }, false);
+  const timeline = useAnswer<Timeline>("timeline", { bins: 400 }, false);
   const [unit, set_unit] = useState<"frames" | "bytes">("frames");
   const span = model.span.value;
   return (
