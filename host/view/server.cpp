@@ -128,6 +128,7 @@ ViewServer::ViewServer(FrameStore& store, NameBoard& names, const ViewSettings& 
   server_.set_payload_max_length(kLongestBody);
   server_.set_tcp_nodelay(true);
   server_.set_keep_alive_max_count(kRequests);
+  server_.set_keep_alive_timeout(1);  // seconds, which stopping may have to wait for
   // Not SO_REUSEPORT, by which another program of the user's could listen with us.
   server_.set_socket_options([](socket_t socket) {
     const int yes = 1;

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
@@ -59,33 +60,39 @@ void Spool::start(std::function<void()> idle) {
 
 bool Spool::flush() {
   if (idle_) idle_();
-  if (pcap_dump_flush(file_.get()) != 0) throw no_room(errno);
+  if (pcap_dump_flush(file_.get()) != 0 || std::ferror(pcap_dump_file(file_.get())) != 0) throw no_room(errno);
   return !ending_;
 }
 
 void Spool::run() {
   try {
-    constexpr auto kMostWait = std::chrono::milliseconds(100);
-    auto flushed = std::chrono::steady_clock::now();
-    Frame frame{};
-    while (!ending_ && source_->next(frame)) {
-      const pcap_pkthdr header{
-          .ts = {.tv_sec = static_cast<time_t>(frame.seconds), .tv_usec = static_cast<suseconds_t>(frame.nanoseconds)},
-          .caplen = frame.length,
-          .len = frame.original_length};
-      pcap_dump(reinterpret_cast<u_char*>(file_.get()), &header, frame.data);
-      if (frame.number % 256 != 0) continue;
-      if (const auto now = std::chrono::steady_clock::now(); now - flushed > kMostWait) {
-        flushed = now;
-        flush();
-      }
-    }
+    take_all();
+  } catch (const std::exception& problem) {
+    problem_ = problem.what();
+  }
+  try {
     flush();
   } catch (const std::exception& problem) {
     problem_ = problem.what();
-    pcap_dump_flush(file_.get());
   }
   done_ = true;
+}
+
+void Spool::take_all() {
+  constexpr auto kMostWait = std::chrono::milliseconds(100);
+  auto flushed = std::chrono::steady_clock::now();
+  for (Frame frame{}; !ending_ && source_->next(frame);) {
+    const pcap_pkthdr header{
+        .ts = {.tv_sec = static_cast<time_t>(frame.seconds), .tv_usec = static_cast<suseconds_t>(frame.nanoseconds)},
+        .caplen = frame.length,
+        .len = frame.original_length};
+    pcap_dump(reinterpret_cast<u_char*>(file_.get()), &header, frame.data);
+    if (frame.number % 256 != 0) continue;
+    if (const auto now = std::chrono::steady_clock::now(); now - flushed > kMostWait) {
+      flushed = now;
+      flush();
+    }
+  }
 }
 
 }  // namespace wirelines::host

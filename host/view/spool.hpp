@@ -42,6 +42,7 @@ class Spool {
   };
 
   void run();
+  void take_all();
 
   std::shared_ptr<Source> source_;
   std::function<void()> idle_;
