@@ -17,8 +17,8 @@ const open = []; // what is to be ended
 let browser = null;
 
 // `fed` is what stands on standard input at first.
-export async function serve(trace, fed = "") {
-  const child = spawn(kProgram, ["view", "--no-open", "--utc", trace], { stdio: ["pipe", "pipe", "inherit"] });
+export async function serve(what, fed = "") {
+  const child = spawn(kProgram, ["view", "--no-open", "--utc", ...[what].flat()], { stdio: ["pipe", "pipe", "inherit"] });
   open.push(() => child.kill());
   child.stdin.write(fed);
   const address = await new Promise((done, failed) => {

@@ -69,12 +69,6 @@ async function to_fault(forward: boolean): Promise<void> {
   }
 }
 
-function step(by: number): void {
-  const last = model.rows.total.value - 1;
-  const to = Math.max(0, Math.min(model.cursor.value + by, last));
-  if (last >= 0) model.choose_row(to);
-}
-
 function focus(id: string): void {
   const element = document.getElementById(id);
   element?.focus();
@@ -82,8 +76,8 @@ function focus(id: string): void {
 }
 
 const kFramesOnly = new Map<string, () => void>([
-  ["j", () => step(1)],
-  ["k", () => step(-1)],
+  ["j", () => model.step(1)],
+  ["k", () => model.step(-1)],
   ["f", () => focus("go-to")],
   ["e", () => to_fault(true)],
   ["E", () => to_fault(false)],

@@ -122,6 +122,14 @@ export function choose_row(index: number): void {
   });
 }
 
+// Onwards in the list. Where the chosen frame is not in it, the cursor stands at the one behind it.
+export function step(by: number): void {
+  const last = rows.total.value - 1;
+  const behind = (rows.at(cursor.value)?.n ?? 0) > chosen.value;
+  const to = cursor.value + (behind && by > 0 ? by - 1 : by);
+  if (last >= 0) choose_row(Math.max(0, Math.min(to, last)));
+}
+
 // A row that was chosen before its page came.
 let waiting_row = -1;
 export function rows_arrived(): void {

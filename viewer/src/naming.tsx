@@ -79,7 +79,7 @@ export function NameEditor() {
         <span>
           Name of {kind_title(kind)} <b class="mono">{key}</b>
         </span>
-        <input ref={input} type="text" value={known?.name ?? ""} autoComplete="off" spellcheck={false} aria-invalid={error !== ""} aria-describedby="naming-error" />
+        <input ref={input} type="text" defaultValue={known?.name ?? ""} autoComplete="off" spellcheck={false} aria-invalid={error !== ""} aria-describedby="naming-error" />
       </label>
       {error && <p id="naming-error" class="error" role="alert">{error}</p>}
       <div class="buttons">
@@ -112,7 +112,7 @@ function NameRow({ entry }: { entry: Name }) {
       <td>
         <input
           type="text"
-          value={entry.name}
+          defaultValue={entry.name}
           aria-label={`Name of ${entry.key}`}
           aria-invalid={error !== ""}
           autoComplete="off"
@@ -192,7 +192,7 @@ export function NamesPage() {
               <thead>
                 <tr><th>Kind</th><th>Key</th><th>Name</th><th>From</th><th><span class="unseen">Remove</span></th></tr>
               </thead>
-              <tbody>{names.names.map((entry) => <NameRow key={`${entry.kind} ${entry.key}`} entry={entry} />)}</tbody>
+              <tbody>{names.names.map((entry) => <NameRow key={`${entry.kind} ${entry.key} ${entry.name}`} entry={entry} />)}</tbody>
             </table>
           </div>
         ) : (

@@ -89,15 +89,14 @@ export function PacketList() {
   const keys = (event: KeyboardEvent) => {
     if (event.ctrlKey || event.altKey || event.metaKey) return;
     const page = list.current?.page ?? 10;
-    const last = total - 1;
-    const at = Math.max(0, cursor);
-    const to = new Map<string, number>([
-      ["ArrowDown", cursor + 1], ["ArrowUp", at - 1], ["PageDown", at + page], ["PageUp", at - page],
-      ["Home", 0], ["End", last], ["g", 0], ["G", last],
-    ]).get(event.key);
-    if (to !== undefined && total > 0) {
+    const by = new Map([["ArrowDown", 1], ["ArrowUp", -1], ["PageDown", page], ["PageUp", -page]]).get(event.key);
+    const to = new Map([["Home", 0], ["g", 0], ["End", total - 1], ["G", total - 1]]).get(event.key);
+    if (by !== undefined) {
       event.preventDefault();
-      model.choose_row(Math.max(0, Math.min(to, last)));
+      model.step(by);
+    } else if (to !== undefined && total > 0) {
+      event.preventDefault();
+      model.choose_row(to);
     } else if (event.key === "Enter") {
       document.getElementById("detail")?.focus();
     } else if (event.key === "n" || event.key === "N") {
@@ -110,13 +109,14 @@ export function PacketList() {
   const show = (index: number) => {
     const row = model.rows.at(index);
     const kind = row ? `row fam-${row.k}${row.bad ? " bad" : ""}` : "row coming";
+    const on = index === cursor && (!row || row.n === model.chosen.value);
     return (
       <div
         id={`row-${index}`}
-        class={index === cursor ? kind + " on" : kind}
+        class={on ? kind + " on" : kind}
         role="row"
         aria-rowindex={index + 2}
-        aria-selected={index === cursor}
+        aria-selected={on}
         style={{ gridTemplateColumns: template }}
         onMouseDown={() => model.choose_row(index)}
         onDblClick={(event) => {

@@ -137,6 +137,11 @@ export function Notices() {
 
 function GoTo() {
   const input = useRef<HTMLInputElement>(null);
+  const chosen = model.chosen.value;
+  // Set only when it changes, so that a live trace does not disturb who types.
+  useEffect(() => {
+    if (input.current) input.current.value = chosen ? String(chosen) : "";
+  }, [chosen]);
   return (
     <form
       class="go-to"
@@ -151,7 +156,7 @@ function GoTo() {
     >
       <label>
         Frame{" "}
-        <input id="go-to" ref={input} class="mono" inputMode="numeric" autoComplete="off" title="Go to a frame by number (f)" size={8} value={model.chosen.value || ""} onFocus={(event) => event.currentTarget.select()} />
+        <input id="go-to" ref={input} class="mono" inputMode="numeric" autoComplete="off" title="Go to a frame by number (f)" size={8} onFocus={(event) => event.currentTarget.select()} />
       </label>
     </form>
   );
