@@ -36,9 +36,10 @@ function visible(nodes: Node[], closed: ReadonlySet<string>, into: Node[] = []):
 
 const kVerdict = /\((OK|NG)\)$/;
 
-// A label in brackets before a value, a verdict at the end.
+// A label in brackets before a value, a verdict at the end. The tree indents; blanks in the text need not.
 function Text({ node, cut }: { node: Node; cut: boolean }) {
-  const { text, level } = node.line;
+  const { level } = node.line;
+  const text = level < 2 ? node.line.text : node.line.text.trimStart();
   const verdict = kVerdict.exec(text)?.[1];
   const body = verdict ? text.slice(0, -4) : text;
   const label = level === 1 && body.startsWith("[") ? body.slice(0, body.indexOf("]") + 1) : "";

@@ -166,8 +166,8 @@ export function HexPane() {
         <span class="dim">{range}</span>
         <span class="grow" />
         <label class="group">
-          <span class="dim">Text</span>
-          <select id="charset" title="Character set (t)" value={model.charset.value} onChange={(event) => model.use_charset(event.currentTarget.value)}>
+          <span class="dim" aria-hidden="true">Text</span>
+          <select id="charset" aria-label="Character set" title="Character set (t)" value={model.charset.value} onChange={(event) => model.use_charset(event.currentTarget.value)}>
             {(state?.charsets ?? []).map((name) => (
               <option key={name} value={name}>{kCharsets[name] ?? name}</option>
             ))}

@@ -15,7 +15,7 @@ export function bytes_text(n: number): string {
     n /= 1000;
     ++unit;
   }
-  return unit === 0 ? many(n, "byte") : `${n < 10 ? n.toFixed(2) : n < 100 ? n.toFixed(1) : n.toFixed(0)} ${units[unit]}`;
+  return unit === 0 ? many(Math.round(n), "byte") : `${n < 10 ? n.toFixed(2) : n < 100 ? n.toFixed(1) : n.toFixed(0)} ${units[unit]}`;
 }
 
 export function percent(part: number, whole: number): string {

@@ -155,7 +155,7 @@ function GoTo() {
       }}
     >
       <label>
-        Frame{" "}
+        Frame
         <input id="go-to" ref={input} class="mono" inputMode="numeric" autoComplete="off" title="Go to a frame by number (f)" size={8} onFocus={(event) => event.currentTarget.select()} />
       </label>
     </form>
