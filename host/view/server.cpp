@@ -142,6 +142,11 @@ ViewServer::ViewServer(FrameStore& store, NameBoard& names, const ViewSettings& 
                                {"Referrer-Policy", "no-referrer"},
                                {"Cross-Origin-Resource-Policy", "same-origin"},
                                {"Cache-Control", "no-store"}});
+  // The library would compress for seconds what is sent within this machine; the request is its own, and not const.
+  server_.set_pre_routing_handler([](const Request& request, Response&) {
+    const_cast<Request&>(request).headers.erase("Accept-Encoding");
+    return httplib::Server::HandlerResponse::Unhandled;
+  });
   const auto handler = [this](const Request& request, Response& response) { answer(request, response); };
   server_.Get(".*", handler).Put(".*", handler).Post(".*", handler);
 

@@ -67,6 +67,23 @@ test("six character sets, in the lines and beside the bytes", async () => {
   await close();
 });
 
+test("a long frame, and the ends of its bytes", async () => {
+  const trace = `${kFolder}/jumbo.pcap`;
+  write_trace(trace, [datagram(Array.from({ length: 60_000 }, (_, i) => i & 255))]);
+  const { address } = await serve(trace);
+  const { page, faults, close } = await visit(address);
+  await page.locator(".line.on").waitFor();
+  await page.locator("#hex").press("End");
+  await page.locator("#byte-60041.at").waitFor();
+  assert.match(await chosen_line(page), /^EA50 {2}50 51/);
+  await page.locator("#charset").selectOption("ebcdic");
+  await page.locator('.cell[data-offset="60041"]', { hasText: /^[^_]$/ }).waitFor();
+  const took = await page.evaluate(() => performance.getEntriesByType("resource").filter(({ name }) => name.includes("api/frame")).map(({ duration }) => duration));
+  assert.ok(took.length >= 2 && Math.max(...took) < 1000, `the frame took ${took} ms`);
+  assert.deepEqual(faults, []);
+  await close();
+});
+
 test("filters, and what is wrong with them", async () => {
   const { address } = await serve(example("lan.pcap"));
   const { page, close } = await visit(address);

@@ -118,7 +118,7 @@ export function HexPane() {
     if (to === undefined) return;
     event.preventDefault();
     event.stopPropagation();
-    if (model.byte.value < 0) model.choose_byte(at);
+    if (model.byte.value < 0 && event.key.startsWith("Arrow")) model.choose_byte(at);
     else if (to >= 0 && to <= last) model.choose_byte(to);
     else if (event.key.startsWith("Page")) model.choose_byte(to < 0 ? 0 : last);
   };

@@ -10,26 +10,29 @@ export class RowCache {
   readonly complete = signal(false);
   readonly arrived = signal(0); // counts up with every page
   private pages = new Map<number, Row[]>();
+  private stale = new Map<number, Row[]>(); // stands until the new ones are there
   private asking: { page: number; stop: AbortController } | null = null;
   private wanted: [first: number, last: number] = [0, 0];
   private query: Query = {};
 
   constructor(private readonly failed: (error: unknown) => void) {}
 
-  // Forgets everything; `keep` leaves the old rows standing until the new ones are there.
+  // Forgets everything; `keep`: the same rows are expected again, with other texts.
   reset(query: Query, keep = false): void {
     this.query = query;
     this.asking?.stop.abort();
     this.asking = null;
-    this.pages.clear();
+    this.stale = keep ? this.pages : new Map();
+    this.pages = new Map();
     if (!keep) this.total.value = 0;
     this.complete.value = false;
-    this.wanted = [0, 0];
+    if (!keep) this.wanted = [0, 0];
     this.next();
   }
 
   at(index: number): Row | undefined {
-    return this.pages.get(Math.floor(index / kPage))?.[index % kPage];
+    const page = Math.floor(index / kPage);
+    return (this.pages.get(page) ?? this.stale.get(page))?.[index % kPage];
   }
 
   want(first: number, last: number): void {
