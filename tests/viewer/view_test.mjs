@@ -150,6 +150,13 @@ test("statistics say what the stats command says, and a span is dragged", async 
   assert.notEqual(await page.locator("#row-0 .col-no").innerText(), "1");
   await page.locator(".chip button").click();
   await page.locator("#count", { hasText: /^40 frames$/ }).waitFor();
+
+  await page.locator("#filter").fill("smb");
+  await page.locator("#filter").press("Enter");
+  await page.locator("#count", { hasText: "0 of 40 frames" }).waitFor();
+  await page.keyboard.press("2");
+  await page.locator(".sheet-head", { hasText: /^Statistics\s*0 frames, 0 bytes$/ }).waitFor();
+  await card("Traffic over time").getByText("No frames.").waitFor();
   assert.deepEqual(faults, []);
   await close();
 });

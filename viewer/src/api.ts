@@ -97,9 +97,9 @@ export interface Sums {
 
 export interface Stats extends Count {
   complete: boolean;
-  seconds: number;
-  shortest: number | null;
-  longest: number | null;
+  seconds?: number; // these three: where there are frames
+  shortest?: number;
+  longest?: number;
   protocols: (Count & { path: string[] })[];
   stations: Table<Talker>;
   ipv4: Table<Talker>;

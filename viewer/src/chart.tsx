@@ -4,14 +4,14 @@ import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
 import type { Timeline } from "./api";
 import * as model from "./model";
-import { bytes_text, count_text, time_text } from "./text";
+import { bytes_text, count_text, moment_text, time_text } from "./text";
 
 const kHeight = 180;
 
 // Steps of the axis in seconds: round ones of the clock.
 const kSteps = [-6, -5, -4, -3, -2, -1]
   .flatMap((power) => [1, 2, 5].map((step) => step * 10 ** power))
-  .concat([1, 2, 5, 10, 15, 30], [1, 2, 5, 10, 15, 30].map((m) => 60 * m), [1, 2, 3, 6, 12, 24, 48, 168].map((h) => 3600 * h));
+  .concat([1, 2, 5, 10, 15, 30], [1, 2, 5, 10, 15, 30].map((m) => 60 * m), [1, 2, 3, 6, 12, 24, 48, 168, 720, 2400, 9600, 24_000, 96_000].map((h) => 3600 * h));
 
 function color(name: string): string {
   return getComputedStyle(document.documentElement).getPropertyValue(name).trim();
@@ -38,7 +38,7 @@ export function Chart({ timeline, unit }: { timeline: Timeline | null; unit: "fr
     const xs = bins.map((_, i) => first + i * width);
     const whole = Math.max(width, bins.length * width);
     const digits = whole < 0.01 ? 6 : whole < 20 ? 3 : 0;
-    const label = (at: number) => time_text(nanosecond(at), offset, digits);
+    const label = (at: number) => (whole > 86_400 ? moment_text : time_text)(nanosecond(at), offset, digits);
     const amount = (n: number) => (unit === "bytes" ? bytes_text(n) : count_text(n));
     const ink = color("--ink-dim");
     const grid = { stroke: color("--rule"), width: 1 };
@@ -55,7 +55,7 @@ export function Chart({ timeline, unit }: { timeline: Timeline | null; unit: "fr
           legend: { show: false },
           cursor: { y: false, drag: { x: true, y: false, setScale: false, dist: 4 }, points: { show: false } },
           axes: [
-            { stroke: ink, grid, ticks: grid, font, size: 30, space: 110, incrs: kSteps, values: (_u, ticks) => ticks.map(label) },
+            { stroke: ink, grid, ticks: grid, font, size: 30, space: whole > 86_400 ? 150 : 110, incrs: kSteps, values: (_u, ticks) => ticks.map(label) },
             { stroke: ink, grid, ticks: grid, font, size: 74, values: (_u, ticks) => ticks.map((n) => (Number.isInteger(n) ? amount(n) : "")) },
           ],
           series: [

@@ -131,7 +131,7 @@ export function who_of(frame: Frame, line: Line): Who | null {
   const bytes = Array.from(frame.bytes.subarray(line.start, line.end + 1));
   if (/Address\]$/.test(label)) {
     const pair = (i: number) => ((bytes[i] ?? 0) * 256 + (bytes[i + 1] ?? 0)).toString(16);
-    if (bytes.length === 4) return ["ip", bytes.join(".")];
+    if (bytes.length === 4 && !label.includes("Network")) return ["ip", bytes.join(".")];
     if (bytes.length === 6) return ["station", bytes.map((byte) => byte.toString(16).padStart(2, "0")).join(":")];
     if (bytes.length === 16) return ["ip6", [0, 2, 4, 6, 8, 10, 12, 14].map(pair).join(":")];
   }

@@ -4,7 +4,7 @@ import { useEffect, useState } from "preact/hooks";
 import { ask, type Conversation, type Stats, type Table, type Talker, type Timeline } from "./api";
 import { Chart } from "./chart";
 import * as model from "./model";
-import { bytes_text, count_text, many, percent } from "./text";
+import { bytes_text, count_text, duration_text, many, percent } from "./text";
 
 // Asks again while the answer is not complete, and anew when what it is about changes.
 function useAnswer<T extends { complete: boolean }>(path: string, extra: Record<string, number>, timed: boolean): T | null {
@@ -162,7 +162,7 @@ function Talkers({ stats }: { stats: Stats }) {
 }
 
 function Sizes({ stats }: { stats: Stats }) {
-  const note = stats.shortest !== null && stats.longest !== null ? `${stats.shortest} to ${many(stats.longest, "byte")}` : "";
+  const note = stats.shortest !== undefined && stats.longest !== undefined ? `${stats.shortest} to ${many(stats.longest, "byte")}` : "";
   return (
     <Card title="Sizes" note={note}>
       <div class="table-box">
@@ -296,8 +296,9 @@ export function StatisticsPage() {
         <h1>Statistics</h1>
         {stats && (
           <span class="dim">
-            {many(stats.frames, "frame")}, {bytes_text(stats.bytes)}, {stats.seconds.toFixed(stats.seconds < 10 ? 3 : 0)} s
-            {stats.seconds > 0 && `, ${bytes_text(stats.bytes / stats.seconds)}/s`}
+            {many(stats.frames, "frame")}, {bytes_text(stats.bytes)}
+            {stats.seconds !== undefined && `, ${duration_text(stats.seconds)}`}
+            {Boolean(stats.seconds) && `, ${bytes_text(stats.bytes / (stats.seconds ?? 1))}/s`}
             {stats.complete ? "" : " \u2013 still counting"}
           </span>
         )}

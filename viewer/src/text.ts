@@ -38,6 +38,21 @@ export function time_text(ns: bigint, offset: number, digits = 6): string {
   return digits ? `${time}.${part}` : time;
 }
 
+// The same with its day, for traces that are longer than one; the time only where it is not a day's begin.
+export function moment_text(ns: bigint, offset: number, digits: number): string {
+  const there = Number((ns + BigInt(offset) * kBillion) / 1_000_000n);
+  const day = new Date(there).toISOString().slice(0, 10);
+  return there % 86_400_000 === 0 ? day : `${day} ${time_text(ns, offset, digits)}`;
+}
+
+export function duration_text(seconds: number): string {
+  if (seconds < 120) return `${seconds.toFixed(seconds < 10 ? 3 : 0)} s`;
+  const minutes = Math.round(seconds / 60);
+  if (minutes < 120) return `${minutes} min`;
+  const hours = Math.floor(minutes / 60);
+  return hours < 48 ? `${hours} h ${minutes % 60} min` : `${count_text(Math.floor(hours / 24))} d ${hours % 24} h`;
+}
+
 // In columns of a fixed-width font: a Japanese character takes two.
 export function columns_of(text: string): number {
   let n = 0;

@@ -2,7 +2,7 @@ import { signal } from "@preact/signals";
 import { useEffect, useRef, useState } from "preact/hooks";
 import { helping } from "./help";
 import * as model from "./model";
-import { bytes_text, count_text, file_name, many, time_text } from "./text";
+import { bytes_text, count_text, file_name, many, moment_text, time_text } from "./text";
 
 // What stands in the box, used or not.
 const typed = signal("");
@@ -86,10 +86,11 @@ function Span() {
   const span = model.span.value;
   const state = model.state.value;
   if (!span || !state) return null;
-  const short = BigInt(span.before) - BigInt(span.after) < 20_000_000_000n ? 3 : 0;
+  const digits = BigInt(span.before) - BigInt(span.after) < 20_000_000_000n ? 3 : 0;
+  const text = BigInt(state.last) - BigInt(state.first) > 86_400_000_000_000n ? moment_text : time_text;
   return (
     <span class="chip">
-      <span class="mono">{time_text(BigInt(span.after), state.utcOffset, short)} {"\u2013"} {time_text(BigInt(span.before), state.utcOffset, short)}</span>
+      <span class="mono">{text(BigInt(span.after), state.utcOffset, digits)} {"\u2013"} {text(BigInt(span.before), state.utcOffset, digits)}</span>
       <button aria-label="Show the whole time" title="Show the whole time" onClick={() => model.use_span(null)}>{"\u2715"}</button>
     </span>
   );
