@@ -315,9 +315,14 @@ test("keys, copies and the address", async () => {
   await page.keyboard.press("ArrowLeft");
   await page.keyboard.press("ArrowLeft");
   assert.equal(await page.locator(".line.on").getAttribute("aria-expanded"), "false");
-  await page.keyboard.press("<");
-  assert.equal(await page.locator(".line:not(.layer)").count(), 0);
   await page.keyboard.press(">");
+  await page.keyboard.press("j");
+  await page.keyboard.press("<");
+  await page.locator(".line:not(.layer)").first().waitFor({ state: "detached" });
+  assert.equal(await chosen_line(page), "SMB_Negotiate (Client)", "into which the line was folded");
+  await page.locator("#byte-26").click();
+  assert.equal(await chosen_line(page), "[Destination Address] 192.0.2.2", "its layer unfolds");
+  await page.locator("#detail").press(">");
   assert.ok((await page.locator(".line:not(.layer)").count()) > 5);
 
   await page.keyboard.press("?");
@@ -402,6 +407,11 @@ test("it can be read: contrast, narrow windows, no colours, what a screen reader
     }
     assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${width} wide`);
   }
+  await page.locator("#list").press("Home");
+  await page.locator("#row-0.on").waitFor();
+  await page.keyboard.press("e");
+  await page.locator("#row-6.on").waitFor();
+  await page.locator("h2", { hasText: "Frame 7" }).waitFor();
   const roles = await page.evaluate(() => [...document.querySelectorAll("#list, #detail, #hex")].map((pane) => {
     const active = document.getElementById(pane.getAttribute("aria-activedescendant") ?? "");
     return [pane.getAttribute("role"), pane.getAttribute("aria-label"), active?.getAttribute("role")];

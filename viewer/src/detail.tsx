@@ -68,15 +68,20 @@ export function Detail() {
   const shown = useMemo(() => (frame ? visible(frame.roots, closed) : []), [frame, closed]);
   const width = useMemo(() => shown.reduce((most, n) => Math.max(most, columns_of(n.line.text) + 2 * n.depth), 0), [shown]);
   const at = shown.findIndex((node) => node.line.index === model.line.value);
-  const opened = useRef<Frame | null>(null);
+  const before = useRef({ n: 0, line: -1 });
 
-  // A frame opens at its result line; a line chosen by its byte comes into view.
+  // A frame opens at its result line; a line chosen by its byte comes into view. Where the chosen line was folded away,
+  // what it was folded into is chosen.
   useEffect(() => {
     if (!frame) return;
-    const fresh = opened.current?.n !== frame.n;
-    opened.current = frame;
-    if (!fresh && at < 0) open_to(frame.nodes[model.line.value]?.parent ?? null);
-    else if (at >= 0) list.current?.reveal(at, fresh ? "start" : "near");
+    const line = model.line.value;
+    const { n, line: last } = before.current;
+    before.current = { n: frame.n, line };
+    if (at >= 0) return list.current?.reveal(at, n === frame.n ? "near" : "start");
+    let node = frame.nodes[line];
+    if (n !== frame.n || line !== last) return open_to(node?.parent ?? null);
+    while (node && !shown.includes(node)) node = node.parent ?? undefined;
+    if (node) model.choose_line(node.line.index);
   }, [frame, at]);
 
   // The buttons have keys; Tab goes from pane to pane.

@@ -17,7 +17,7 @@ interface Props extends Omit<JSX.IntrinsicElements["div"], "children" | "ref"> {
   least?: string; // least width of what scrolls
   row: (index: number) => ComponentChildren;
   seen?: (first: number, last: number) => void;
-  scrolled?: (by_hand: boolean, at_end: boolean) => void;
+  scrolled?: (up: boolean) => void; // by the reader's hand
 }
 
 interface Place {
@@ -122,7 +122,7 @@ export class VirtualList extends Component<Props, Place> {
     event.preventDefault();
     const unit = event.deltaMode === 1 ? 3 : event.deltaMode === 2 ? this.page : 1 / this.props.rowHeight;
     this.go(this.state.top + event.deltaY * unit);
-    this.told_scroll(event.deltaY < 0);
+    this.props.scrolled?.(event.deltaY < 0);
   };
 
   private scroll = (): void => {
@@ -133,12 +133,8 @@ export class VirtualList extends Component<Props, Place> {
     const top = Math.min(1, box.scrollTop / range) * this.most();
     const up = top < this.state.top;
     this.setState({ top });
-    this.told_scroll(up);
+    this.props.scrolled?.(up);
   };
-
-  private told_scroll(up: boolean): void {
-    this.props.scrolled?.(up, this.state.top >= this.most() - 1);
-  }
 
   render() {
     const { count, rowHeight, headHeight = 0, head, least, row, seen: _seen, scrolled: _scrolled, handle: _handle, ...rest } = this.props;
