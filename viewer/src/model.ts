@@ -209,15 +209,19 @@ export async function use_filter(text: string): Promise<boolean> {
   }
   fault.value = null;
   if (expression !== filter.value) {
-    filter.value = expression;
-    restart_rows();
+    batch(() => {
+      filter.value = expression;
+      restart_rows();
+    });
   }
   return true;
 }
 
 export function use_span(chosen_span: typeof span.value): void {
-  span.value = chosen_span;
-  restart_rows();
+  batch(() => {
+    span.value = chosen_span;
+    restart_rows();
+  });
 }
 
 function restart_rows(keep = false): void {
