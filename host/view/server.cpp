@@ -159,6 +159,13 @@ ViewServer::ViewServer(FrameStore& store, NameBoard& names, const ViewSettings& 
 
 void ViewServer::serve() {
   server_.listen_after_bind();
+  served_ = true;
+}
+
+// The server is deaf to stop() until it has begun.
+void ViewServer::stop() {
+  while (!server_.is_running() && !served_) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  server_.stop();
 }
 
 // Pages of other hosts reach us under another name (a name that they let stand for 127.0.0.1), or tell their own

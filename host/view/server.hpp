@@ -3,6 +3,8 @@
 
 #include <httplib.h>
 
+#include <atomic>
+
 #include <cstdint>
 #include <memory>
 #include <shared_mutex>
@@ -26,7 +28,7 @@ class ViewServer {
   [[nodiscard]] const std::string& address() const { return address_; }
 
   void serve();  // until stop() is called
-  void stop() { server_.stop(); }
+  void stop();   // from another thread
 
  private:
   using Request = httplib::Request;
@@ -60,6 +62,7 @@ class ViewServer {
   Recent<ChosenRows> rows_;
   Recent<ChosenTally> tallies_;
   httplib::Server server_;
+  std::atomic_bool served_ = false;
 };
 
 }  // namespace wirelines::host

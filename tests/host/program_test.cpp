@@ -160,11 +160,10 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W", 64, ""},
       {"$W shw $T", 64,
        "wirelines: 'shw' is not a subcommand; there are: show, list, dump, stats, names, json, classify, capture, "
-       "index\n"},
+       "index, view\n"},
       {"$W trace.pcap", 64,
        "wirelines: 'trace.pcap' is not a subcommand; there are: show, list, dump, stats, names, json, classify, "
-       "capture, index. To see "
-       "that trace: "},
+       "capture, index, view. To see that trace: "},
       {"$W show --colour $T", 64, "wirelines: The following argument was not expected: --colour"},
       {"$W show -N 5-3 $T", 64, "wirelines: --frames: '5-3' ends before it begins"},
       {"$W show -N", 64, "wirelines: --frames"},

@@ -59,7 +59,8 @@ class AgainstTheProgram(support.Case):
             for frame, row in zip(frames, rows):
                 found = {"frame": frame.number, "offset": frame.offset, "length": frame.length}
                 found["originalLength"] = frame.original_length
-                found["time"] = frame.time.strftime("%Y-%m-%d %H:%M:%S")
+                time = frame.time if frame.time.year < 2106 else datetime.fromtimestamp(0, timezone.utc)
+                found["time"] = time.strftime("%Y-%m-%d %H:%M:%S")
                 found["nanoseconds"] = frame.time_ns % 1_000_000_000
                 for name, value in vars(frame.summary).items():
                     if value is not None:
