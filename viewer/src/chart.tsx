@@ -1,4 +1,4 @@
-// Traffic over time; a span is chosen by dragging, or with the two fields of time below for those who do not drag.
+// Traffic over time; a span is chosen by dragging. Without a mouse, frame.time in a filter does the same.
 import { useEffect, useRef } from "preact/hooks";
 import uPlot from "uplot";
 import "uplot/dist/uPlot.min.css";
