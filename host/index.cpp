@@ -32,7 +32,7 @@ void index_trace(const std::string& name, bool quiet) {
   }
   index.save();
   if (!quiet) complain(FrameIndex::file_of(name) + ": " + std::to_string(index.frames()) + " frame(s)");
-  if (damage) throw *damage;
+  if (damage) throw Failure(damage->exit_code(), damage->what());
 }
 
 int index(const IndexOptions& options) {
