@@ -214,9 +214,9 @@ void rows_json(Output& out, const FrameStore& store, const ViewSettings& setting
         cells.remove_prefix(end + 1);
       }
     }
-    out.append("],\"k\":\"");
+    out.append(R"(],"k":")");
     out.append(family(packet));
-    out.append(wrong_checksums(*frame, lift, packet.summary) != 0 ? "\",\"bad\":true}" : "\",\"bad\":false}");
+    out.append(wrong_checksums(*frame, lift, packet.summary) != 0 ? R"(","bad":true})" : R"(","bad":false})");
   }
   out.append(']');
 }
@@ -227,7 +227,7 @@ void frame_json(Output& out, const Frame& frame, const ViewSettings& settings, s
   const auto top = lines.decode(frame, charset);
   out.append("{\"n\":");
   out.number(frame.number);
-  out.append(",\"time\":\"");
+  out.append(R"(,"time":")");
   out.number(static_cast<std::uint64_t>(frame.seconds) * 1000000000 + frame.nanoseconds);
   out.append('"');
   pair(out, "\"length\"", frame.length);
@@ -239,13 +239,13 @@ void frame_json(Output& out, const Frame& frame, const ViewSettings& settings, s
     if (!std::exchange(first, false)) out.append(',');
     put_line(out, text, line);
   });
-  out.append("],\"bytes\":\"");
+  out.append(R"(],"bytes":")");
   constexpr std::string_view kDigits = "0123456789abcdef";
   for (std::uint32_t i = 0; i < frame.length; i++) {
     out.append(kDigits[frame.data[i] >> 4]);
     out.append(kDigits[frame.data[i] & 0x0F]);
   }
-  out.append("\",\"cells\":[");
+  out.append(R"(","cells":[)");
   put_cells(out, text, frame, charset);
   out.append("]}");
 }

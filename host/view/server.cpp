@@ -358,9 +358,9 @@ void ViewServer::timeline(const Request& request, Output& out) {
   const auto tally = chosen_tally(choice_of(request));
   const auto columns = tally->use([&](const Tally& sums) { return sums.timeline.columns(bins); });
   put_flag(out, "{\"complete\"", complete && tally->caught_up());
-  out.append(",\"start\":\"");
+  out.append(R"(,"start":")");
   out.number(columns.start);
-  out.append("\",\"width\":");
+  out.append(R"(","width":)");
   out.number(columns.width);
   const auto list = [&](std::string_view key, std::uint64_t Count::*value) {
     out.append(key);

@@ -66,7 +66,7 @@ uint64_t short_sum(const uint8_t* p, uint32_t n) {
 
 // The sum modulo 2^64 - 1, and so modulo 2^16 - 1; 0 only when every byte is 0.
 uint64_t wide_sum(const uint8_t* p, uint32_t n) {
-  constexpr uint32_t kStep = sizeof(Words);
+  constexpr std::ptrdiff_t kStep = sizeof(Words);
   if (n < kStep) return short_sum(p, n);
   const uint8_t* const end = p + n;
   Sums sums;
@@ -84,7 +84,7 @@ uint64_t wide_sum(const uint8_t* p, uint32_t n) {
   }();
   Sums last;
   last.add_words(word_at<Words>(end - kStep) & word_at<Words>(kMasks.data() + n % kStep));
-  return add(sums.folded(), std::rotr(last.folded(), 8 * (n & 1)));
+  return add(sums.folded(), std::rotr(last.folded(), (n & 1) != 0 ? 8 : 0));
 }
 
 uint16_t complement(uint64_t sum) {
