@@ -28,7 +28,7 @@ int for_each_trace_frame(Use use, const char* folder = kTraces) {
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (entry.path().extension() != ".pcap") continue;
     char error[PCAP_ERRBUF_SIZE];
-    pcap_t* const trace = pcap_open_offline(entry.path().c_str(), error);
+    pcap_t* const trace = pcap_open_offline(entry.path().string().c_str(), error);
     if (trace == nullptr) return -1;
     pcap_pkthdr* header = nullptr;
     const u_char* data = nullptr;
