@@ -17,7 +17,12 @@ void __wrap_free(void* block);
 namespace {
 
 constexpr int64_t kNever = INT64_MAX;
+#ifdef _WIN32
+// What is a thread's own is allocated there at its first use, by the very calls that end here.
+int64_t until_failure = kNever;
+#else
 thread_local int64_t until_failure = kNever;
+#endif
 std::atomic<int64_t> live;
 std::atomic<int64_t> allocated;
 std::atomic<int32_t> messages;
