@@ -1,6 +1,7 @@
 // What is put out, behind one buffer: nothing is allocated and nothing formatted by a library on the way of a line.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -25,7 +26,7 @@ class Output {
       append_in_parts(text);
       return;
     }
-    std::memcpy(next_, text.data(), text.size());
+    copy(next_, text);
     next_ += text.size();
   }
 
@@ -35,8 +36,9 @@ class Output {
   }
 
   void blanks(std::size_t count) {
-    char* const to = reserve(count);
-    std::memset(to, ' ', count);
+    char* const to = reserve(std::max(count, kShort));
+    std::memset(to, ' ', kShort);
+    if (count > kShort) std::memset(to + kShort, ' ', count - kShort);
     commit(to + count);
   }
 
@@ -61,12 +63,16 @@ class Output {
     commit(to + width);
   }
 
-  // `value` with blanks in front to `width` columns.
+  // `value` with blanks in front to `width` columns; at most 16.
   void right(std::uint64_t value, std::size_t width) {
-    std::array<char, 20> digits;  // not initialised either
-    const auto size = static_cast<std::size_t>(std::to_chars(digits.begin(), digits.end(), value).ptr - digits.data());
-    if (size < width) blanks(width - size);
-    append({digits.data(), size});
+    char* const to = reserve(kShort);
+    std::memset(to, ' ', kShort);
+    auto begin = width;
+    for (auto rest = value; begin == width || rest != 0; rest /= 10) {
+      if (begin == 0) return number(value);
+      to[--begin] = static_cast<char>('0' + rest % 10);
+    }
+    commit(to + width);
   }
 
   // Writes what is buffered. After the first failed write everything is dropped: the work can go on or stop, and
@@ -86,7 +92,28 @@ class Output {
 
  private:
   static constexpr std::size_t kBuffer = 65536;
+  static constexpr std::size_t kShort = 16;
   static constexpr int kMemory = -1;
+
+  // Most texts are a few bytes, for which the call of a library would cost more than the copy.
+  static void copy(char* to, std::string_view text) {
+    if (text.size() > kShort) {
+      std::memcpy(to, text.data(), text.size());
+    } else if (text.size() >= 8) {
+      copy_ends<8>(to, text);
+    } else if (text.size() >= 4) {
+      copy_ends<4>(to, text);
+    } else {
+      for (std::size_t i = 0; i < text.size(); i++) to[i] = text[i];
+    }
+  }
+  // Of a text of up to twice that size: the pieces overlap.
+  template <std::size_t kPiece>
+  static void copy_ends(char* to, std::string_view text) {
+    const std::size_t last = text.size() - kPiece;
+    std::memcpy(to, text.data(), kPiece);
+    std::memcpy(to + last, text.data() + last, kPiece);
+  }
 
   [[nodiscard]] std::size_t room() const { return static_cast<std::size_t>(buffer_.get() + size_ - next_); }
   void make_room(std::size_t size);

@@ -3,6 +3,8 @@
 #include <vek4003.h>
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cstddef>
 
@@ -45,6 +47,22 @@ constexpr int kUdpError = WIRELINES_BAD_UDP & ~kAnyError;
 
 constexpr std::size_t kNameRoom = 36;  // of the longest name that a look-up gives
 
+// The numbers of a byte, with room for a copy of four bytes.
+struct Decimal {
+  char text[4];
+  std::uint8_t size;
+};
+constexpr auto kDecimals = [] {
+  std::array<Decimal, 256> decimals{};
+  for (unsigned value = 0; value < 256; value++) {
+    auto& [text, size] = decimals[value];
+    if (value >= 100) text[size++] = static_cast<char>('0' + value / 100);
+    if (value >= 10) text[size++] = static_cast<char>('0' + value / 10 % 10);
+    text[size++] = static_cast<char>('0' + value % 10);
+  }
+  return decimals;
+}();
+
 // A short text put together by hand: an address, or the user's name for it.
 class Label {
  public:
@@ -66,10 +84,14 @@ class Label {
     append(label.view());
     named_ |= label.named_;
   }
-  template <typename... Base>
-  void number(std::uint32_t value, Base... base) {
+  void decimal(std::uint8_t value) {
+    const auto& digits = kDecimals[value];
+    std::memcpy(text_ + size_, digits.text, sizeof digits.text);
+    size_ += digits.size;
+  }
+  void hex_number(std::uint32_t value) {
     char* const end = text_ + size_;
-    size_ = static_cast<std::size_t>(std::to_chars(end, end + 10, value, base...).ptr - text_);
+    size_ = static_cast<std::size_t>(std::to_chars(end, end + 8, value, 16).ptr - text_);
   }
   void hex(std::uint8_t byte) {
     constexpr const char* kDigits = "0123456789abcdef";
@@ -108,7 +130,7 @@ Label ip(const std::uint8_t* address) {
   Label label;
   for (int i = 0; i < 4; i++) {
     if (i > 0) label.append('.');
-    label.number(address[i]);
+    label.decimal(address[i]);
   }
   label.look_up(IpStrToNickName);
   return label;
@@ -127,7 +149,7 @@ Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
   std::uint32_t number = 0;
   for (int i = 0; i < 4; i++) number = number << 8 | network[i];
   Label label;
-  label.number(number, 16);
+  label.hex_number(number);
   label.append('.');
 
   Label address;
@@ -141,8 +163,8 @@ Label ipx(const std::uint8_t* network, const std::uint8_t* node) {
 void tcp_flags(Output& out, std::uint8_t flags) {
   constexpr std::string_view kLetters = "FSRP.UEW";
   out.append('[');
-  for (unsigned i = 0; i < kLetters.size(); i++) {
-    if ((flags >> i & 1) != 0) out.append(kLetters[i]);
+  for (unsigned rest = flags; rest != 0; rest &= rest - 1) {
+    out.append(kLetters[static_cast<std::size_t>(std::countr_zero(rest))]);
   }
   out.append(']');
 }
@@ -217,34 +239,33 @@ void RowPrinter::cells(const Frame& frame) {
 void RowPrinter::columns(const Frame& frame) {
   lift_.take(frame);
   const Packet packet(frame, lift_);
+  const int errors = wrong_checksums(frame, lift_, packet.summary);
   out_.right(frame.number, tabs_ ? 0 : kNumberWidth);
-  end_column(0, 0);
+  separator();
   time(frame);
   addresses(packet);
-  protocol_and_length(packet);
+  protocol_and_length(packet, errors != 0);
   note(packet);
-  tags(packet);
-  verdicts(packet);
+  tags();
+  verdicts(errors);
+  if (packet.cut()) out_.append(" (cut)");
   out_.append('\n');
 }
 
-// A column of which `used` bytes are written.
-void RowPrinter::end_column(std::size_t used, std::size_t width) {
-  if (!tabs_ && used < width) out_.blanks(width - used);
-  out_.append(tabs_ ? '\t' : ' ');
-}
-
 void RowPrinter::time(const Frame& frame) {
-  const std::tm& local = clock_.at(frame.seconds);
-  const auto put = [this](int value, char behind) {
-    out_.number(static_cast<std::uint64_t>(value), 2);
-    out_.append(behind);
-  };
-  put(local.tm_hour, ':');
-  put(local.tm_min, ':');
-  put(local.tm_sec, '.');
+  if (frame.seconds != second_) {
+    const std::tm& local = clock_.at(second_ = frame.seconds);
+    char* to = second_text_;
+    for (const int part : {local.tm_hour, local.tm_min, local.tm_sec}) {
+      *to++ = static_cast<char>('0' + part / 10);
+      *to++ = static_cast<char>('0' + part % 10);
+      *to++ = ':';
+    }
+    to[-1] = '.';
+  }
+  out_.append({second_text_, sizeof second_text_});
   out_.number(frame.nanoseconds / 1000, 6);
-  end_column(0, 0);
+  separator();
 }
 
 void RowPrinter::addresses(const Packet& packet) {
@@ -273,19 +294,21 @@ void RowPrinter::address_columns(const Label& source, const Label& destination) 
     } else {
       out_.append(text);
     }
-    end_column(text.size(), kAddressWidth);  // in code page 932 a text has as many bytes as columns
+    // In code page 932 a text has as many bytes as columns.
+    if (!tabs_ && text.size() < kAddressWidth) out_.blanks(kAddressWidth - text.size());
+    separator();
   }
 }
 
-void RowPrinter::protocol_and_length(const Packet& packet) {
+void RowPrinter::protocol_and_length(const Packet& packet, bool wrong) {
   const auto [name, family_color] = protocol_of(packet);
-  const auto color = wrong_checksums(packet.frame, packet.lift, packet.summary) != 0 ? kBadColor : family_color;
+  const auto color = wrong ? kBadColor : family_color;
   if (color_) out_.append(color);
   out_.append(name);
   if (color_ && !color.empty()) out_.append(kPlain);
-  end_column(0, 0);
+  separator();
   out_.right(packet.frame.original_length, tabs_ ? 0 : kProtocolAndLengthWidth - 1 - name.size());
-  end_column(0, 0);
+  separator();
 }
 
 void RowPrinter::note(const Packet& packet) {
@@ -305,14 +328,14 @@ void RowPrinter::note(const Packet& packet) {
   }
 }
 
-void RowPrinter::tags(const Packet& packet) {
-  for (const auto& tag : packet.lift.tags()) {
+void RowPrinter::tags() {
+  for (const auto& tag : lift_.tags()) {
     out_.append(", VLAN ");
     out_.number(tag.vlan());
   }
 }
 
-void RowPrinter::verdicts(const Packet& packet) {
+void RowPrinter::verdicts(int errors) {
   constexpr struct {
     int error;
     const char* text;
@@ -322,7 +345,7 @@ void RowPrinter::verdicts(const Packet& packet) {
       {kTcpError, "TCP checksum wrong"},
       {kUdpError, "UDP checksum wrong"},
   };
-  const int errors = wrong_checksums(packet.frame, packet.lift, packet.summary);
+  if (errors == 0) return;
   for (const auto& verdict : kVerdicts) {
     if ((errors & verdict.error) == 0) continue;
     out_.append(", ");
@@ -330,7 +353,6 @@ void RowPrinter::verdicts(const Packet& packet) {
     out_.append(verdict.text);
     if (color_) out_.append(kPlain);
   }
-  if (packet.cut()) out_.append(" (cut)");
 }
 
 void RowPrinter::ip_note(const Packet& packet) {

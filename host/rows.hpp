@@ -3,6 +3,9 @@
 
 #include <wirelines.h>
 
+#include <cstdint>
+#include <limits>
+
 #include "clock.hpp"
 #include "lift.hpp"
 #include "output.hpp"
@@ -26,13 +29,13 @@ class RowPrinter {
 
  private:
   void columns(const Frame& frame);
-  void end_column(std::size_t used, std::size_t width);
+  void separator() { out_.append(tabs_ ? '\t' : ' '); }
   void time(const Frame& frame);
   void addresses(const Packet& packet);
-  void protocol_and_length(const Packet& packet);
+  void protocol_and_length(const Packet& packet, bool wrong);
   void note(const Packet& packet);
-  void tags(const Packet& packet);
-  void verdicts(const Packet& packet);
+  void tags();
+  void verdicts(int errors);
 
   void ip_note(const Packet& packet);
   void fragment_note(const Packet& packet);
@@ -56,6 +59,8 @@ class RowPrinter {
   Lift lift_;
   Text text_;
   Clock clock_;
+  std::int64_t second_ = std::numeric_limits<std::int64_t>::min();  // that second_text_ stands for
+  char second_text_[9];                                             // "12:34:56."
 };
 
 }  // namespace wirelines::host

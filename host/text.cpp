@@ -79,7 +79,7 @@ std::size_t Text::append_one(Sink& out, std::string_view bytes) {
     std::size_t from_left = size;
     std::size_t to_left = utf8.size();
     const auto result = iconv(converter_, &from, &from_left, &to, &to_left);
-    const std::string_view character(utf8.data(), utf8.size() - to_left);
+    const std::string_view character(utf8.data(), utf8.size() - std::min(to_left, utf8.size()));
     if (result != static_cast<std::size_t>(-1) && !character.empty() && !control(character)) {
       out.append(character);
       return size;

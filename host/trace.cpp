@@ -64,7 +64,7 @@ Trace::Trace(const std::string& name, std::function<void()> before_wait, const T
     skipped_ = place.offset - place.head.size();
   }
 
-  FILE* file = stream_file(*stream_);
+  FILE* file = stream_file(*stream_, read_ahead_);
   if (file == nullptr) throw std::bad_alloc();
   __fsetlocking(file, FSETLOCKING_BYCALLER);  // one thread reads it: each frame takes three calls, which need no lock
 

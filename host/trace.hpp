@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "failure.hpp"
 #include "stream.hpp"
@@ -89,6 +90,7 @@ class Trace : public Source {
   std::uint64_t begin_ = 0;    // where reading begins; 0: at the beginning
   std::uint64_t skipped_ = 0;  // bytes between what was read first and where reading went on
   std::unique_ptr<Stream> stream_;
+  std::vector<char> read_ahead_ = std::vector<char>(131072);  // stays as long as pcap_
   std::unique_ptr<pcap_t, Close> pcap_;
   std::unique_ptr<bpf_program, FreeFilter> filter_;  // null: every frame matches
 };

@@ -29,7 +29,7 @@ FILE* temporary_file() {
 
 }  // namespace
 
-FILE* stream_file(Stream& stream) {
+FILE* stream_file(Stream& stream, std::span<char> /*read_ahead*/) {
   if (const int fd = stream.whole_file(); fd >= 0) {
     const int twin = _dup(fd);
     return twin >= 0 && _lseeki64(twin, 0, SEEK_SET) == 0 ? _fdopen(twin, "rb") : nullptr;
