@@ -3,6 +3,7 @@
 #include <unistd.h>
 #include <wirelines.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <charconv>

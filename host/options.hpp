@@ -1,7 +1,6 @@
 // Options that several subcommands share.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -12,6 +11,12 @@
 #include "device.hpp"
 #include "filter.hpp"
 #include "frame_range.hpp"
+
+// The header itself costs seconds of compiling, and most of those who need the options do not need it.
+namespace CLI {
+class App;
+class Validator;
+}  // namespace CLI
 
 namespace wirelines::host {
 
