@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string_view>
 
 #include "output.hpp"
 
@@ -15,10 +16,18 @@ using Run = std::function<int(Output&)>;
 using AddCommand = void(CLI::App& program, Run& run);
 
 AddCommand add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify, add_capture, add_index, add_view;
-inline constexpr AddCommand* kCommands[] = {
-    add_show, add_list, add_dump, add_stats, add_names, add_json, add_classify, add_capture, add_index,
+
+struct Command {
+  std::string_view name;
+  AddCommand* add;
+};
+
+inline constexpr Command kCommands[] = {
+    {"show", add_show},         {"list", add_list},       {"dump", add_dump},
+    {"stats", add_stats},       {"names", add_names},     {"json", add_json},
+    {"classify", add_classify}, {"capture", add_capture}, {"index", add_index},
 #ifndef _WIN32
-    add_view,
+    {"view", add_view},
 #endif
 };
 

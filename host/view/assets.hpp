@@ -11,7 +11,6 @@ struct Asset {
   std::string_view bytes;
 };
 
-// None when the program was built without the page.
 extern const std::span<const Asset> kAssets;
 
 }  // namespace wirelines::host

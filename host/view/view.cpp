@@ -11,10 +11,10 @@
 #include <string>
 #include <thread>
 
-#include "assets.hpp"
 #include "frame_store.hpp"
 #include "host/commands.hpp"
 #include "host/options.hpp"
+#include "host/viewer.hpp"
 #include "host/walk.hpp"
 #include "name_board.hpp"
 #include "server.hpp"
@@ -93,9 +93,6 @@ void serve(const ViewOptions& options, FrameStore& store, NameBoard& names, cons
 }
 
 int view(const ViewOptions& options, Output& out) {
-  if (options.assets.empty() && kAssets.empty()) {
-    throw Failure(EX_UNAVAILABLE, "this program was built without the viewer's page (WIRELINES_VIEWER=OFF)");
-  }
   if (options.input.charset > WIRELINES_EBCDIC)
     throw Failure(EX_USAGE, "--charset raw: the page has no such character set");
   const auto end_signals = hold_end_signals();
@@ -111,7 +108,7 @@ int view(const ViewOptions& options, Output& out) {
 }  // namespace
 
 void add_view(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("view", "Look at a trace in the browser");
+  auto* app = program.add_subcommand("view", kViewerDescription);
   auto options = std::make_shared<ViewOptions>();
   add_source_options(*app, options->input);
   app->add_option("-f,--filter", options->input.filter, "Of -i: only frames that this BPF expression lets through")

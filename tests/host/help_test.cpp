@@ -22,6 +22,9 @@ class Help : public Program {
  protected:
   // Calls `visit` with each subcommand and its help: "", " show", " names add".
   void each(const std::function<void(const std::string&, const std::string&)>& visit, const std::string& command = "") {
+#ifndef VIEWER
+    if (command == " view") return;
+#endif
     const auto result = run("$W" + command + " --help");
     EXPECT_EQ(result.exit_code, 0) << command;
     visit(command, result.out);

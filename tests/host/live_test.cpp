@@ -19,7 +19,9 @@
 
 #include "host/trace.hpp"
 #include "program.hpp"
+#ifdef VIEWER
 #include "viewer.hpp"
+#endif
 
 namespace wirelines::host {
 namespace {
@@ -341,6 +343,7 @@ TEST_F(Live, says_what_is_wrong) {
   EXPECT_NE(list.out.find("v1              up\n"), std::string::npos) << list.out;
 }
 
+#ifdef VIEWER
 TEST_F(Live, view_follows_and_pauses) {
   run("ip link set lo up");
   Viewer viewer("--assets . -i v1 -f 'ether proto 0x88b5' 2> '" + folder_.path("err") + "'");
@@ -361,6 +364,7 @@ TEST_F(Live, view_follows_and_pauses) {
   EXPECT_EQ(viewer.end(), 0);
   EXPECT_EQ(contents(folder_.path("err")), "wirelines: 8 frame(s) shown, 8 received by the filter" + kNoDrops);
 }
+#endif
 
 }  // namespace
 }  // namespace wirelines::host

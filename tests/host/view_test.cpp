@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <random>
 #include <sstream>
 
@@ -358,6 +359,21 @@ TEST_F(View, a_damaged_trace_shows_what_is_readable_and_grows) {
   Viewer gzip(page() + "'" + folder_.path("cut.gz") + "'");
   state = gzip.wait_complete("state");
   EXPECT_NE(state["damage"].get<std::string>().find("compressed data end too early"), std::string::npos) << state;
+}
+
+// Run from where the program's file stands, but without the rights that the file may have.
+TEST_F(View, is_a_program_of_its_own) {
+  if (geteuid() != 0) GTEST_SKIP() << "not root";
+  std::filesystem::permissions(folder_.path(""), std::filesystem::perms::all);
+  const auto viewer = std::filesystem::relative(VIEWER, std::filesystem::path(PROGRAM).parent_path()).string();
+  const auto shown = run("install -D -m 4755 $W bin/wirelines; install -D /bin/cat bin/" + viewer +
+                         "; setpriv --reuid=65534 --clear-groups bin/wirelines view /proc/self/status");
+  EXPECT_NE(shown.out.find("\nUid:\t65534\t65534\t65534\t65534\n"), std::string::npos) << shown.out << shown.err;
+  const auto missing = run("rm bin/" + viewer + "; bin/wirelines view $T");
+  EXPECT_EQ(missing.exit_code, 69);
+  EXPECT_EQ(missing.err,
+            "wirelines: " + std::filesystem::path(folder_.path("bin/") + viewer).lexically_normal().string() +
+                ", which serves the page, cannot be run: No such file or directory\n");
 }
 
 TEST_F(View, troubles_before_it_serves) {
