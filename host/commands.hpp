@@ -1,5 +1,5 @@
 // The subcommands. Each stands in a file of its own and adds itself to the command line; a new one needs its file and
-// its name in the two lines below.
+// its name in the two places below.
 #pragma once
 
 #include <CLI/CLI.hpp>
