@@ -142,9 +142,7 @@ void Tally::add(const Frame& frame) {
 }
 
 void Tally::add_time(const Frame& frame) {
-  constexpr std::int64_t kLast = 9'000'000'000;  // so that nanoseconds fit
-  const auto time =
-      static_cast<std::uint64_t>(std::clamp<std::int64_t>(frame.seconds, 0, kLast)) * 1'000'000'000 + frame.nanoseconds;
+  const auto time = static_cast<std::uint64_t>(time_of(frame));
   first_time = total.frames == 0 ? time : std::min(first_time, time);
   last_time = std::max(last_time, time);
   timeline.add(time, frame.original_length);

@@ -4,6 +4,7 @@
 
 #include <pcap/pcap.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -26,6 +27,12 @@ struct Frame {
   std::uint64_t offset;           // where in the (decompressed) trace its record begins, or blocks before it
   int link_type = DLT_EN10MB;     // as libpcap names it
 };
+
+// Nanoseconds since 1970. What a damaged trace may say besides is taken for the nearest time that fits.
+[[nodiscard]] constexpr std::int64_t time_of(const Frame& frame) {
+  constexpr std::int64_t kLast = 9'000'000'000;
+  return std::clamp<std::int64_t>(frame.seconds, 0, kLast) * 1'000'000'000 + frame.nanoseconds;
+}
 
 class Source {
  public:

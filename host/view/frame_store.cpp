@@ -6,15 +6,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <tuple>
 #include <utility>
 
 namespace wirelines::host {
 
 namespace {
-
-std::int64_t time_of(const Frame& frame) {
-  return frame.seconds * 1000000000 + frame.nanoseconds;
-}
 
 std::uint64_t size_of(const std::string& path) {
   struct stat status {};
@@ -46,8 +43,7 @@ FrameStore::FrameStore(std::string trace) : name_(std::move(trace)), path_(name_
   if (!index_) index_.emplace(path_);
   if (frames_ = index_->frames(); frames_ > 0) {
     Reader reader(*this);
-    state_.first = time_of(*reader.at(1));
-    state_.last = time_of(*reader.at(frames_));
+    std::tie(state_.first, state_.last) = std::minmax({time_of(*reader.at(1)), time_of(*reader.at(frames_))});
   }
   thread_ = std::thread(&FrameStore::run, this);
 }

@@ -36,7 +36,7 @@ class FrameStore {
     bool paused = false;
     std::uint64_t dropped = 0;
     std::string damage;                // why the trace could not be read to its end
-    std::int64_t first = 0, last = 0;  // the earliest and latest time, in nanoseconds since 1970
+    std::int64_t first = 0, last = 0;  // the earliest and latest time, as time_of() has it
   };
   [[nodiscard]] State state() const;
   [[nodiscard]] std::uint64_t frames() const { return frames_; }

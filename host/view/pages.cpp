@@ -228,7 +228,7 @@ void frame_json(Output& out, const Frame& frame, const ViewSettings& settings, s
   out.append("{\"n\":");
   out.number(frame.number);
   out.append(R"(,"time":")");
-  out.number(static_cast<std::uint64_t>(frame.seconds) * 1000000000 + frame.nanoseconds);
+  out.number(static_cast<std::uint64_t>(time_of(frame)));
   out.append('"');
   pair(out, "\"length\"", frame.length);
   pair(out, "\"originalLength\"", frame.original_length);

@@ -33,7 +33,7 @@ void Scan::run() {
 }
 
 bool Scan::wanted(const Frame& frame) {
-  const auto time = frame.seconds * 1000000000 + frame.nanoseconds;
+  const auto time = time_of(frame);
   if (time < choice_.after || time >= choice_.before) return false;
   return !filter_ || filter_->matches(frame, scratch_);
 }
