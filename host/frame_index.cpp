@@ -117,9 +117,9 @@ TracePlace FrameIndex::before_offset(std::uint64_t offset) const {
 }
 
 TracePlace FrameIndex::place(std::size_t point) const {
-  if (point == 0) return {};
   const auto [offset, its_sum] = points_[point];
   if (sum(offset, kRecordHeader) != its_sum) throw another_trace();
+  if (point == 0) return {};
   TracePlace place{.number = point * kStep + 1, .offset = offset, .head = {}};
   if (!pcapng_) place.head = file_.read(0, kPcapHeader);
   const auto end = std::lower_bound(heads_.begin(), heads_.end(), offset,

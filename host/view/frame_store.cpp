@@ -13,11 +13,6 @@ namespace wirelines::host {
 
 namespace {
 
-std::uint64_t size_of(const std::string& path) {
-  struct stat status {};
-  return stat(path.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
-}
-
 // An index that does not belong to the trace is made anew, for this time.
 std::optional<FrameIndex> saved_index(const std::string& trace) {
   try {
@@ -40,6 +35,7 @@ FrameStore::FrameStore(std::string trace) : name_(std::move(trace)), path_(name_
     path_ = spool_->path();
     spool_->start(nullptr);
   }
+  opened_ = look();
   if (!index_) index_.emplace(path_);
   if (frames_ = index_->frames(); frames_ > 0) {
     Reader reader(*this);
@@ -62,6 +58,7 @@ FrameStore::FrameStore(std::shared_ptr<Device> device, std::string interface)
   state_.live = true;
   spool_ = std::make_unique<Spool>(device_, pcap_datalink(device_->pcap()));
   path_ = spool_->path();
+  opened_ = look();
   index_.emplace(path_);
   device_->before_wait([this] { return spool_->flush(); });
   spool_->start([this] { dropped_ = device_->dropped(); });
@@ -99,30 +96,51 @@ void FrameStore::wake() const {
   changed_.notify_all();
 }
 
-// Reads whenever the file has another size, and once more when what fills it is done.
+FrameStore::Look FrameStore::look() const {
+  struct stat status {};
+  if (stat(path_.c_str(), &status) != 0) return {};
+  return {.device = status.st_dev,
+          .inode = status.st_ino,
+          .size = static_cast<std::uint64_t>(status.st_size),
+          .seconds = status.st_mtim.tv_sec,
+          .nanoseconds = status.st_mtim.tv_nsec};
+}
+
+// Throws Failure when the trace is another one by now, of which frames would pass for those that are known.
+TracePlace FrameStore::place_before(std::uint64_t number) const {
+  const std::lock_guard lock(mutex_);
+  try {
+    if (look().same_file(opened_)) return index_->before_frame(number);
+  } catch (const Failure&) {
+    // The bytes there are others.
+  }
+  throw Failure(EX_DATAERR, name_ + ": was replaced or removed since the viewer opened it; start the viewer again");
+}
+
+// Reads whenever the file has changed, and once more when what fills it is done.
 void FrameStore::run() {
   constexpr auto kLook = std::chrono::milliseconds(100);
-  std::uint64_t read_size = 0;
+  Look read;
   bool read_all = false;
   std::unique_lock lock(mutex_);
   while (!ending_) {
     const bool all = !spool_ || spool_->done();
-    const auto size = size_of(path_);
-    if (!paused_ && (size != read_size || all != read_all)) {
+    const auto now = look();
+    if (!paused_ && (now != read || all != read_all)) {
       state_.complete = false;
-      if (all) state_.size = size;
+      if (all) state_.size = now.size;
       lock.unlock();
       auto problem = read_on();
       lock.lock();
+      changed_.notify_all();
       if (paused_) continue;
       // As long as the file is being filled, it may end in the middle of a frame.
       if (spool_) problem = all ? spool_->problem() : "";
       state_.damage = std::move(problem);
       state_.complete = all;
       if (all && device_) state_.live = false;
-      read_size = size;
+      read = now;
       read_all = all;
-      changed_.notify_all();
       if (all != (!spool_ || spool_->done())) continue;
     }
     changed_.wait_for(lock, kLook);
@@ -132,12 +150,7 @@ void FrameStore::run() {
 // Takes in what is there; returns what is wrong with the next frame, if anything is.
 std::string FrameStore::read_on() {
   try {
-    TracePlace place;
-    {
-      const std::lock_guard lock(mutex_);
-      place = index_->before_frame(frames_ + 1);
-    }
-    Trace trace(path_, nullptr, place);
+    Trace trace(path_, nullptr, place_before(frames_ + 1));
     Frame frame{};
     while (!ending_ && !paused_ && trace.next(frame)) {
       if (frame.number > frames_) add(frame);
@@ -165,11 +178,7 @@ const Frame* FrameStore::Reader::at(std::uint64_t number) {
   if (number == 0 || number > store_.frames()) return nullptr;
   const bool near = trace_ && number >= frame_.number && number - frame_.number <= kNear;
   if (near && read_up_to(number)) return &frame_;
-  TracePlace place;
-  {
-    const std::lock_guard lock(store_.mutex_);
-    place = store_.index_->before_frame(number);
-  }
+  const auto place = store_.place_before(number);
   trace_ = std::make_unique<Trace>(store_.path_, nullptr, place);
   frame_.number = place.number - 1;
   if (read_up_to(number)) return &frame_;

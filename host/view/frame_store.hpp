@@ -69,7 +69,18 @@ class FrameStore {
   };
 
  private:
+  // What tells that the file has changed, or that another one has its name.
+  struct Look {
+    std::uint64_t device = 0, inode = 0, size = 0;
+    std::int64_t seconds = 0, nanoseconds = 0;
+
+    bool operator==(const Look&) const = default;
+    [[nodiscard]] bool same_file(const Look& other) const { return device == other.device && inode == other.inode; }
+  };
+
   void wait_for_input();
+  [[nodiscard]] Look look() const;
+  [[nodiscard]] TracePlace place_before(std::uint64_t number) const;
   void run();
   std::string read_on();
   void add(const Frame& frame);
@@ -79,6 +90,7 @@ class FrameStore {
   std::shared_ptr<Device> device_;
   std::unique_ptr<Spool> spool_;  // null: the trace itself can be read at any place
   std::optional<FrameIndex> index_;
+  Look opened_;
   State state_;
   std::atomic<std::uint64_t> frames_ = 0;
   std::atomic<std::uint64_t> dropped_ = 0;

@@ -376,6 +376,21 @@ TEST_F(View, is_a_program_of_its_own) {
                 ", which serves the page, cannot be run: No such file or directory\n");
 }
 
+// Frames of another trace would pass for those that are known.
+TEST_F(View, a_trace_that_is_replaced_is_read_no_more) {
+  for (const std::string how : {"mv lan.pcap other.pcap", "cat lan.pcap > other.pcap", "rm other.pcap"}) {
+    run("cp " + example("lan.pcap") + " .; cp $T other.pcap");
+    Viewer viewer(page() + "'" + folder_.path("other.pcap") + "'");
+    viewer.wait_complete("state");
+    run(how);
+    const auto state = viewer.wait("state", [](const Json& answer) { return !answer["damage"].is_null(); });
+    EXPECT_NE(state["damage"].get<std::string>().find("was replaced or removed"), std::string::npos) << how;
+    EXPECT_EQ(state["frames"], 3) << how;
+    viewer.get("frame?n=1", 500);
+    viewer.get("rows", 500);
+  }
+}
+
 TEST_F(View, troubles_before_it_serves) {
   Viewer other(page() + quoted_trace());
   const auto port = other.host().substr(other.host().find(':') + 1);
