@@ -33,7 +33,6 @@ FrameStore::FrameStore(std::string trace) : name_(std::move(trace)), path_(name_
     const int link_type = source->link_type();
     spool_ = std::make_unique<Spool>(std::move(source), link_type);
     path_ = spool_->path();
-    spool_->start(nullptr);
   }
   opened_ = look();
   if (!index_) index_.emplace(path_);
@@ -41,7 +40,6 @@ FrameStore::FrameStore(std::string trace) : name_(std::move(trace)), path_(name_
     Reader reader(*this);
     std::tie(state_.first, state_.last) = std::minmax({time_of(*reader.at(1)), time_of(*reader.at(frames_))});
   }
-  thread_ = std::thread(&FrameStore::run, this);
 }
 
 // Standard input may bring nothing for long, and we may be asked to end meanwhile.
@@ -61,14 +59,21 @@ FrameStore::FrameStore(std::shared_ptr<Device> device, std::string interface)
   opened_ = look();
   index_.emplace(path_);
   device_->before_wait([this] { return spool_->flush(); });
-  spool_->start([this] { dropped_ = device_->dropped(); });
+}
+
+void FrameStore::start() {
+  if (spool_) {
+    spool_->start([this] {
+      if (device_) dropped_ = device_->dropped();
+    });
+  }
   thread_ = std::thread(&FrameStore::run, this);
 }
 
 FrameStore::~FrameStore() {
   ending_ = true;
   wake();
-  thread_.join();
+  if (thread_.joinable()) thread_.join();
 }
 
 FrameStore::State FrameStore::state() const {

@@ -20,12 +20,15 @@ namespace wirelines::host {
 
 class FrameStore {
  public:
-  // Throws Failure when the trace cannot be read.
+  // Opens the trace, for which a pipe may have to be waited. Throws Failure when it cannot be read.
   explicit FrameStore(std::string trace);
   FrameStore(std::shared_ptr<Device> device, std::string interface);
   ~FrameStore();
   FrameStore(const FrameStore&) = delete;
   FrameStore& operator=(const FrameStore&) = delete;
+
+  // Begins to read, on threads of its own, which take over the signals that the caller's holds.
+  void start();
 
   struct State {
     std::uint64_t frames = 0;  // known so far

@@ -95,8 +95,9 @@ void serve(const ViewOptions& options, FrameStore& store, NameBoard& names, cons
 int view(const ViewOptions& options, Output& out) {
   if (options.input.charset > WIRELINES_EBCDIC)
     throw Failure(EX_USAGE, "--charset raw: the page has no such character set");
+  auto store = open_store(options.input);  // a signal that comes now still ends the program by itself
   const auto end_signals = hold_end_signals();
-  auto store = open_store(options.input);
+  store->start();
   NameBoard names(options.names, options.input.traces());
   serve(options, *store, names, end_signals, out);
   const auto frames = store->frames();

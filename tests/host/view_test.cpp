@@ -415,6 +415,7 @@ TEST_F(View, troubles_before_it_serves) {
     EXPECT_NE(result.err.find(c.message), std::string::npos) << result.err;
     EXPECT_EQ(result.out, "") << c.arguments;
   }
+  EXPECT_EQ(run("timeout -k 5 0.3 $W view --no-open - < <(exec sleep 9)").exit_code, 124) << "waiting for a trace";
 }
 
 }  // namespace
