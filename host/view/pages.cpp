@@ -171,7 +171,7 @@ std::string state_json(const FrameStore& store, const ViewSettings& settings) {
                {"first", std::to_string(state.first)},
                {"last", std::to_string(state.last)},
                {"charsets", kCharsets},
-               {"charset", settings.charset < kCharsets.size() ? kCharsets[settings.charset] : kCharsets[0]},
+               {"charset", kCharsets[settings.charset]},
                {"columns", Json::array()}};
   if (state.size) json["size"] = *state.size;
   if (!state.damage.empty()) json["damage"] = state.damage;

@@ -56,13 +56,17 @@ class Scan {
   std::thread thread_;
 };
 
-// The chosen frames as rows.
-class ChosenRows {
+// What a scan gathers of the chosen frames.
+template <typename Result>
+class Gathered {
  public:
-  ChosenRows(const FrameStore& store, const Choice& choice, bool lift_tags)
-      : scan_(store, choice, lift_tags, [this](const Frame& frame) {
+  // `add` takes a frame into the result, which is made of `arguments`.
+  template <typename... Arguments>
+  Gathered(const FrameStore& store, const Choice& choice, bool lift_tags, void (*add)(Result&, const Frame&),
+           Arguments... arguments)
+      : result_(arguments...), scan_(store, choice, lift_tags, [this, add](const Frame& frame) {
           const std::lock_guard lock(mutex_);
-          set_.add(frame.number);
+          add(result_, frame);
         }) {}
 
   [[nodiscard]] bool caught_up() const { return scan_.caught_up(); }
@@ -71,37 +75,17 @@ class ChosenRows {
   template <typename Use>
   auto use(Use use) const {
     const std::lock_guard lock(mutex_);
-    return use(set_);
+    return use(result_);
   }
 
  private:
   mutable std::mutex mutex_;
-  FrameSet set_;
+  Result result_;
   Scan scan_;
 };
 
-// What the chosen frames add up to.
-class ChosenTally {
- public:
-  ChosenTally(const FrameStore& store, const Choice& choice, bool lift_tags)
-      : tally_(lift_tags), scan_(store, choice, lift_tags, [this](const Frame& frame) {
-          const std::lock_guard lock(mutex_);
-          tally_.add(frame);
-        }) {}
-
-  [[nodiscard]] bool caught_up() const { return scan_.caught_up(); }
-
-  template <typename Use>
-  auto use(Use use) const {
-    const std::lock_guard lock(mutex_);
-    return use(tally_);
-  }
-
- private:
-  mutable std::mutex mutex_;
-  Tally tally_;
-  Scan scan_;
-};
+using ChosenRows = Gathered<FrameSet>;
+using ChosenTally = Gathered<Tally>;
 
 // The scans asked for last; older ones end.
 template <typename T>

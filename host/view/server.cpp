@@ -271,11 +271,14 @@ void ViewServer::change(const Request& request, Response& response, std::string_
 }
 
 std::shared_ptr<ChosenRows> ViewServer::chosen_rows(const Choice& choice) {
-  return rows_.get(choice, [&] { return std::make_shared<ChosenRows>(store_, choice, settings_.lift_tags); });
+  const auto add = [](FrameSet& set, const Frame& frame) { set.add(frame.number); };
+  return rows_.get(choice, [&] { return std::make_shared<ChosenRows>(store_, choice, settings_.lift_tags, add); });
 }
 
 std::shared_ptr<ChosenTally> ViewServer::chosen_tally(const Choice& choice) {
-  auto tally = tallies_.get(choice, [&] { return std::make_shared<ChosenTally>(store_, choice, settings_.lift_tags); });
+  const auto add = [](Tally& tally, const Frame& frame) { tally.add(frame); };
+  const bool lift = settings_.lift_tags;
+  auto tally = tallies_.get(choice, [&] { return std::make_shared<ChosenTally>(store_, choice, lift, add, lift); });
   wait_shortly([&] { return tally->caught_up(); });
   return tally;
 }

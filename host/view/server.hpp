@@ -4,7 +4,6 @@
 #include <httplib.h>
 
 #include <atomic>
-
 #include <cstdint>
 #include <memory>
 #include <shared_mutex>
