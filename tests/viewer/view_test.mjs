@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
+import { appendFileSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
 import { after, test as node_test } from "node:test";
 import { chosen_line, count_text, end_all, kFolder, kProgram, kRoot, kScreenshots, lit_bytes, serve, status_of, visit } from "./support.mjs";
 import { contrast_faults } from "./contrast.mjs";
@@ -340,18 +340,24 @@ test("keys, copies and the address", async () => {
 test("a trace that grows is followed, and the choice stays", async () => {
   const frames = read_frames(example("lan.pcap"));
   const records = (from, to) => Buffer.concat(range(from, to - 1).map((i) => record(frames[i % frames.length], i)));
-  const { address, child } = await serve("-", Buffer.concat([readFileSync(example("lan.pcap")).subarray(0, 24), records(0, 50)]));
-  const { page, close } = await visit(address);
-  await page.locator("#count", { hasText: "50 frames" }).waitFor();
-  await page.locator("#list").press("Home");
-  await page.keyboard.press("j");
-  await page.locator("#row-1.on").waitFor();
-  child.stdin.write(records(50, 90));
-  await page.locator("#count", { hasText: "90 frames" }).waitFor();
-  await page.locator("#row-1.on").waitFor();
-  assert.match(page.url(), /#frame=2$/);
-  child.stdin.end();
-  await close();
+  const begin = Buffer.concat([readFileSync(example("lan.pcap")).subarray(0, 24), records(0, 50)]);
+  const trace = `${kFolder}/growing.pcap`;
+  writeFileSync(trace, begin);
+  for (const what of ["-", trace]) {
+    const { address, child } = await serve(what, what === "-" ? begin : "");
+    const { page, close } = await visit(address);
+    await page.locator("#count", { hasText: "50 frames" }).waitFor();
+    await page.locator("#list").press("Home");
+    await page.keyboard.press("j");
+    await page.locator("#row-1.on").waitFor();
+    if (what === "-") child.stdin.write(records(50, 90));
+    else appendFileSync(trace, records(50, 90));
+    await page.locator("#count", { hasText: "90 frames" }).waitFor();
+    await page.locator("#row-1.on").waitFor();
+    assert.match(page.url(), /#frame=2$/);
+    child.stdin.end();
+    await close();
+  }
 });
 
 test("an interface is followed, with pause", async (context) => {

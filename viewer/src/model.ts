@@ -62,7 +62,7 @@ export function say(text: string): void {
 function read_address(): { frame: number; filter: string; charset: string; page: Page; span: typeof span.value } {
   const words = new URLSearchParams(location.hash.slice(1));
   const view = words.get("view");
-  const [after, before] = words.get("span")?.split("-") ?? [];
+  const [, after, before] = /^(\d{1,19})-(\d{1,19})$/.exec(words.get("span") ?? "") ?? [];
   return {
     frame: Number.parseInt(words.get("frame") ?? "", 10) || 0,
     filter: words.get("filter") ?? "",
@@ -153,11 +153,9 @@ export async function go_to_frame(n: number): Promise<void> {
   await find_row();
 }
 
-let finding = false;
 async function find_row(): Promise<void> {
-  if (!chosen.value || finding) return;
-  finding = true;
   const [n, about] = [chosen.value, query.value];
+  if (!n) return;
   try {
     const { index } = await ask<{ index: number }>("row", { ...about, n });
     if (n === chosen.value && about === query.value) {
@@ -166,8 +164,6 @@ async function find_row(): Promise<void> {
     }
   } catch (error) {
     trouble(error);
-  } finally {
-    finding = false;
   }
 }
 
@@ -280,12 +276,12 @@ export async function pause(paused: boolean): Promise<void> {
   }
 }
 
-// While the trace is read, or grows, or a filter is still at work, the server is asked for news.
+// The server is asked for news: often while the trace is read or a filter is at work, else because a trace may grow.
 
 let timer = 0;
 export async function poll(): Promise<void> {
   clearTimeout(timer);
-  let wait = 0;
+  let wait = 2000;
   try {
     const now = await ask<State>("state");
     const first = state.value === null;
@@ -311,7 +307,7 @@ export async function poll(): Promise<void> {
     else if (!now.complete || !rows.complete.value) wait = 250;
   } catch (error) {
     trouble(error);
-    wait = error instanceof Refusal ? 0 : 2000;
+    if (error instanceof Refusal) wait = 0;
   }
   clearTimeout(timer);
   if (wait) timer = setTimeout(poll, wait);
@@ -333,6 +329,7 @@ export function start(): void {
     const to = read_address();
     page.value = to.page;
     if (to.charset && to.charset !== charset.value) use_charset(to.charset);
+    if (to.span?.after !== span.value?.after || to.span?.before !== span.value?.before) use_span(to.span);
     if (to.filter !== filter.value) use_filter(to.filter);
     if (to.frame && to.frame !== chosen.value) go_to_frame(to.frame);
   });
