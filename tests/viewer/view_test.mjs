@@ -161,6 +161,33 @@ test("statistics say what the stats command says, and a span is dragged", async 
   await close();
 });
 
+test("what the statistics link to is a filter that finds frames", async () => {
+  const ipx = "010203040506 0A0B0C0D0E0F 8137 FFFF 001E 0004 00000010 FFFFFFFFFFFF 0452 00000002 00001B123456 4003";
+  const bad = Buffer.from(read_frames(example("lan.pcap"))[6]);
+  bad[24] ^= 0xff; // the checksum of the IPv4 header
+  const trace = `${kFolder}/links.pcap`;
+  write_trace(trace, [Buffer.from(ipx.replaceAll(" ", ""), "hex"), bad, Buffer.from(bad)]);
+  const { address } = await serve(trace);
+  const { page, faults, close } = await visit(address, { hash: "#view=statistics" });
+  for (const [card, tab] of [["Talkers", "MAC"], ["Talkers", "IPv4"], ["Talkers", "IPX"], ["Framing by station"], ["Ports"], ["Checksums"]]) {
+    const links = page.getByRole("region", { name: card, exact: true });
+    if (tab) await links.getByRole("button", { name: tab, exact: true }).click();
+    for (let i = 0; i < (await links.locator(".link").count()); ++i) {
+      const link = links.locator(".link").nth(i);
+      const title = `${card}: ${await link.innerText()}`;
+      await link.click();
+      await page.locator("#count", { hasText: /^[12] of 3 frames$/ }).waitFor().catch(() => assert.fail(title));
+      await page.getByRole("button", { name: "Clear the filter" }).click();
+      await page.keyboard.press("Escape");
+      await page.keyboard.press("2");
+      await page.locator("#count", { hasText: /^3 frames$/ }).waitFor();
+      if (tab) await links.getByRole("button", { name: tab, exact: true }).click();
+    }
+  }
+  assert.deepEqual(faults, []);
+  await close();
+});
+
 test("a name given in place stands everywhere at once, and is kept", async () => {
   const { address } = await serve(example("lan.pcap"));
   const { page, close } = await visit(address, { hash: "#frame=7" });

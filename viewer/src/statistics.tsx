@@ -52,25 +52,50 @@ function Card({ title, note, wide, children }: { title: string; note?: string; w
   );
 }
 
+function Grid({ head, children }: { head: ComponentChildren; children: ComponentChildren }) {
+  return (
+    <div class="table-box">
+      <table>
+        <thead><tr>{head}</tr></thead>
+        <tbody>{children}</tbody>
+      </table>
+    </div>
+  );
+}
+
+const kShown = 12;
+
+// The first rows, or all that the server gave.
+function Ranking<T>({ table, head, row, foot }: { table: Table<T>; head: ComponentChildren; row: (of: T) => ComponentChildren; foot?: ComponentChildren }) {
+  const [all, set_all] = useState(false);
+  if (table.rows.length === 0 && !foot) return <p class="dim pad">None.</p>;
+  return (
+    <>
+      <Grid head={head}>
+        {(all ? table.rows : table.rows.slice(0, kShown)).map(row)}
+        {foot}
+      </Grid>
+      {table.rows.length > kShown && (
+        <p class="pad"><button onClick={() => set_all(!all)}>{all ? "Show fewer" : `Show ${table.rows.length} of ${count_text(table.entries)}`}</button></p>
+      )}
+    </>
+  );
+}
+
 function Protocols({ stats }: { stats: Stats }) {
   return (
     <Card title="Protocols">
-      <div class="table-box">
-        <table>
-          <thead><tr><th>Protocol</th><th class="right">Frames</th><th class="right">Share</th><th class="right">Bytes</th><th /></tr></thead>
-          <tbody>
-            {stats.protocols.map(({ path, frames, bytes }) => (
-              <tr key={path.join("/")}>
-                <td class="indent" style={{ "--depth": String(path.length - 1) }}>{path[path.length - 1]}</td>
-                <td class="right">{count_text(frames)}</td>
-                <td class="right">{percent(frames, stats.frames)}</td>
-                <td class="right">{bytes_text(bytes)}</td>
-                <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
-              </tr>
-            ))}
-          </tbody>
-        </table>
-      </div>
+      <Grid head={<><th>Protocol</th><th class="right">Frames</th><th class="right">Share</th><th class="right">Bytes</th><th /></>}>
+        {stats.protocols.map(({ path, frames, bytes }) => (
+          <tr key={path.join("/")}>
+            <td class="indent" style={{ "--depth": String(path.length - 1) }}>{path[path.length - 1]}</td>
+            <td class="right">{count_text(frames)}</td>
+            <td class="right">{percent(frames, stats.frames)}</td>
+            <td class="right">{bytes_text(bytes)}</td>
+            <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
+          </tr>
+        ))}
+      </Grid>
     </Card>
   );
 }
@@ -107,56 +132,40 @@ function Address({ of, field }: { of: { address: string; name?: string }; field:
   );
 }
 
-const kShown = 12;
-
-function Rest<T>({ table, all, set }: { table: Table<T>; all: boolean; set: (all: boolean) => void }) {
-  if (table.rows.length <= kShown) return null;
-  return <p class="pad"><button onClick={() => set(!all)}>{all ? "Show fewer" : `Show ${table.rows.length} of ${count_text(table.entries)}`}</button></p>;
-}
-
 function Talkers({ stats }: { stats: Stats }) {
   const [family, set_family] = useState<Family>(stats.ipv4.rows.length > 0 ? "ipv4" : "stations");
   const [pairs, set_pairs] = useState<"one" | "two">("one");
-  const [all, set_all] = useState(false);
   const field = kFamilies.find(([key]) => key === family)?.[2] ?? "";
   const table: Table<Talker | Conversation> = pairs === "one" ? stats[family] : stats[kConversations[family]];
-  const rows = all ? table.rows : table.rows.slice(0, kShown);
   const most = Math.max(1, ...table.rows.map((row) => ("sent" in row ? row.sent.bytes + row.received.bytes : row.a_to_b.bytes + row.b_to_a.bytes)));
+  const head = (
+    <>
+      {pairs === "one" ? <th>Address</th> : <><th>A</th><th>B</th></>}
+      <th class="right">{pairs === "one" ? "Frames sent" : "Frames A to B"}</th><th class="right">Bytes</th>
+      <th class="right">{pairs === "one" ? "Frames received" : "Frames B to A"}</th><th class="right">Bytes</th><th />
+    </>
+  );
   return (
     <Card title="Talkers" wide>
       <div class="choices">
         <Tabs label="Addresses" tabs={kFamilies.map(([key, title]): [Family, string] => [key, title])} at={family} set={set_family} />
         <Tabs label="Rows" tabs={[["one", "Stations"], ["two", "Conversations"]]} at={pairs} set={set_pairs} />
       </div>
-      {rows.length === 0 ? (
-        <p class="dim pad">None.</p>
-      ) : (
-        <div class="table-box">
-          <table>
-            <thead>
-              <tr>
-                {pairs === "one" ? <th>Address</th> : <><th>A</th><th>B</th></>}
-                <th class="right">{pairs === "one" ? "Frames sent" : "Frames A to B"}</th><th class="right">Bytes</th>
-                <th class="right">{pairs === "one" ? "Frames received" : "Frames B to A"}</th><th class="right">Bytes</th><th />
-              </tr>
-            </thead>
-            <tbody>
-              {rows.map((row) => {
-                const [there, back] = "sent" in row ? [row.sent, row.received] : [row.a_to_b, row.b_to_a];
-                return (
-                  <tr key={"sent" in row ? row.address : `${row.a.address} ${row.b.address}`}>
-                    {"sent" in row ? <td><Address of={row} field={field} /></td> : <><td><Address of={row.a} field={field} /></td><td><Address of={row.b} field={field} /></td></>}
-                    <td class="right">{count_text(there.frames)}</td><td class="right">{bytes_text(there.bytes)}</td>
-                    <td class="right">{count_text(back.frames)}</td><td class="right">{bytes_text(back.bytes)}</td>
-                    <td class="bar-cell"><Share part={there.bytes + back.bytes} whole={most} /></td>
-                  </tr>
-                );
-              })}
-            </tbody>
-          </table>
-        </div>
-      )}
-      <Rest table={table} all={all} set={set_all} />
+      <Ranking
+        table={table}
+        head={head}
+        row={(row) => {
+          const [there, back] = "sent" in row ? [row.sent, row.received] : [row.a_to_b, row.b_to_a];
+          return (
+            <tr key={"sent" in row ? row.address : `${row.a.address} ${row.b.address}`}>
+              {"sent" in row ? <td><Address of={row} field={field} /></td> : <><td><Address of={row.a} field={field} /></td><td><Address of={row.b} field={field} /></td></>}
+              <td class="right">{count_text(there.frames)}</td><td class="right">{bytes_text(there.bytes)}</td>
+              <td class="right">{count_text(back.frames)}</td><td class="right">{bytes_text(back.bytes)}</td>
+              <td class="bar-cell"><Share part={there.bytes + back.bytes} whole={most} /></td>
+            </tr>
+          );
+        }}
+      />
     </Card>
   );
 }
@@ -165,21 +174,16 @@ function Sizes({ stats }: { stats: Stats }) {
   const note = stats.shortest !== undefined && stats.longest !== undefined ? `${stats.shortest} to ${many(stats.longest, "byte")}` : "";
   return (
     <Card title="Sizes" note={note}>
-      <div class="table-box">
-        <table>
-          <thead><tr><th class="right">Bytes</th><th class="right">Frames</th><th class="right">Share</th><th /></tr></thead>
-          <tbody>
-            {stats.sizes.map(({ from, to, frames }) => (
-              <tr key={from}>
-                <td class="right">{to === undefined || to === null ? `${from} and more` : `${from}\u2013${to}`}</td>
-                <td class="right">{count_text(frames)}</td>
-                <td class="right">{percent(frames, stats.frames)}</td>
-                <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
-              </tr>
-            ))}
-          </tbody>
-        </table>
-      </div>
+      <Grid head={<><th class="right">Bytes</th><th class="right">Frames</th><th class="right">Share</th><th /></>}>
+        {stats.sizes.map(({ from, to, frames }) => (
+          <tr key={from}>
+            <td class="right">{to === undefined ? `${from} and more` : `${from}\u2013${to}`}</td>
+            <td class="right">{count_text(frames)}</td>
+            <td class="right">{percent(frames, stats.frames)}</td>
+            <td class="bar-cell"><Share part={frames} whole={stats.frames} /></td>
+          </tr>
+        ))}
+      </Grid>
     </Card>
   );
 }
@@ -194,93 +198,71 @@ const kSums: Record<string, [title: string, field: string]> = {
 function Checksums({ stats }: { stats: Stats }) {
   return (
     <Card title="Checksums">
-      <div class="table-box">
-        <table>
-          <thead><tr><th>Of</th><th class="right">Right</th><th class="right">Wrong</th><th class="right">None</th><th class="right">Not verified</th></tr></thead>
-          <tbody>
-            {Object.entries(stats.checksums).map(([key, sums]) => {
-              const [title, field] = kSums[key] ?? [key, ""];
-              return (
-                <tr key={key}>
-                  <td>{title}</td>
-                  <td class="right">{count_text(sums.right)}</td>
-                  <td class="right">
-                    {sums.wrong > 0 ? (
-                      <button class="link wrong" title="Show these frames" onClick={() => show_frames(field)}>{"\u2716"} {count_text(sums.wrong)}</button>
-                    ) : (
-                      "0"
-                    )}
-                  </td>
-                  <td class="right">{count_text(sums.none)}</td>
-                  <td class="right">{count_text(sums.not_verified)}</td>
-                </tr>
-              );
-            })}
-          </tbody>
-        </table>
-      </div>
+      <Grid head={<><th>Of</th><th class="right">Right</th><th class="right">Wrong</th><th class="right">None</th><th class="right">Not verified</th></>}>
+        {Object.entries(stats.checksums).map(([key, sums]) => {
+          const [title, field] = kSums[key] ?? [key, ""];
+          return (
+            <tr key={key}>
+              <td>{title}</td>
+              <td class="right">{count_text(sums.right)}</td>
+              <td class="right">
+                {sums.wrong > 0 ? (
+                  <button class="link wrong" title="Show these frames" onClick={() => show_frames(field)}>{"\u2716"} {count_text(sums.wrong)}</button>
+                ) : (
+                  "0"
+                )}
+              </td>
+              <td class="right">{count_text(sums.none)}</td>
+              <td class="right">{count_text(sums.not_verified)}</td>
+            </tr>
+          );
+        })}
+      </Grid>
     </Card>
   );
 }
 
 function Framings({ stats }: { stats: Stats }) {
-  const [all, set_all] = useState(false);
   const framings = Object.keys(stats.framings);
   const senders = { ...stats.stations, rows: stats.stations.rows.filter((row) => row.sent.frames > 0) };
-  const rows = all ? senders.rows : senders.rows.slice(0, kShown);
+  const sum = framings.length > 0 && (
+    <tr class="sum">
+      <td>All</td>
+      {framings.map((name) => <td key={name} class="right">{count_text(stats.framings[name]?.frames ?? 0)}</td>)}
+    </tr>
+  );
   return (
     <Card title="Framing by station" note="frames sent">
-      {framings.length === 0 ? (
-        <p class="dim pad">None.</p>
-      ) : (
-        <div class="table-box">
-          <table>
-            <thead><tr><th>Station</th>{framings.map((name) => <th key={name} class="right">{name}</th>)}</tr></thead>
-            <tbody>
-              {rows.map((row) => (
-                <tr key={row.address}>
-                  <td><Address of={row} field="eth.src" /></td>
-                  {framings.map((name) => <td key={name} class="right">{row.framings?.[name] ? count_text(row.framings[name].frames) : <span class="dim">{"\u2013"}</span>}</td>)}
-                </tr>
-              ))}
-              <tr class="sum">
-                <td>All</td>
-                {framings.map((name) => <td key={name} class="right">{count_text(stats.framings[name]?.frames ?? 0)}</td>)}
-              </tr>
-            </tbody>
-          </table>
-        </div>
-      )}
-      <Rest table={senders} all={all} set={set_all} />
+      <Ranking
+        table={senders}
+        head={<><th>Station</th>{framings.map((name) => <th key={name} class="right">{name}</th>)}</>}
+        row={(row) => (
+          <tr key={row.address}>
+            <td><Address of={row} field="eth.src" /></td>
+            {framings.map((name) => <td key={name} class="right">{row.framings?.[name] ? count_text(row.framings[name].frames) : <span class="dim">{"\u2013"}</span>}</td>)}
+          </tr>
+        )}
+        foot={sum}
+      />
     </Card>
   );
 }
 
 function Ports({ stats }: { stats: Stats }) {
-  const [all, set_all] = useState(false);
-  const rows = all ? stats.ports.rows : stats.ports.rows.slice(0, kShown);
   return (
     <Card title="Ports">
-      {rows.length === 0 ? (
-        <p class="dim pad">None.</p>
-      ) : (
-        <div class="table-box">
-          <table>
-            <thead><tr><th>Port</th><th>Name</th><th class="right">Frames</th><th class="right">Bytes</th></tr></thead>
-            <tbody>
-              {rows.map((row) => (
-                <tr key={`${row.protocol}${row.port}`}>
-                  <td><button class="link mono" title="Show the frames of this port" onClick={() => show_frames(`${row.protocol}.port == ${row.port}`)}>{row.protocol} {row.port}</button></td>
-                  <td>{row.name}</td>
-                  <td class="right">{count_text(row.frames)}</td>
-                  <td class="right">{bytes_text(row.bytes)}</td>
-                </tr>
-              ))}
-            </tbody>
-          </table>
-        </div>
-      )}
-      <Rest table={stats.ports} all={all} set={set_all} />
+      <Ranking
+        table={stats.ports}
+        head={<><th>Port</th><th>Name</th><th class="right">Frames</th><th class="right">Bytes</th></>}
+        row={(row) => (
+          <tr key={`${row.protocol}${row.port}`}>
+            <td><button class="link mono" title="Show the frames of this port" onClick={() => show_frames(`${row.protocol === "ipx" ? "ipx.socket" : row.protocol + ".port"} == ${row.port}`)}>{row.protocol} {row.port}</button></td>
+            <td>{row.name}</td>
+            <td class="right">{count_text(row.frames)}</td>
+            <td class="right">{bytes_text(row.bytes)}</td>
+          </tr>
+        )}
+      />
     </Card>
   );
 }
