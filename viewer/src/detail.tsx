@@ -56,7 +56,7 @@ function Text({ node, cut }: { node: Node; cut: boolean }) {
 function name_line(frame: Frame, index: number, list: VirtualList | null, row: number): void {
   const line = frame.lines[index];
   const who = line && who_of(frame, line);
-  const near = list?.rect(row);
+  const near = list?.rect(row) ?? list?.element?.getBoundingClientRect();
   if (who && near) model.naming.value = { who, near, back: list?.element ?? null };
   else model.say("This line shows nothing that can be named.");
 }

@@ -40,7 +40,7 @@ function who_in(text: string, row: Row): Who | null {
 function name_cell(list: VirtualList | null, index: number, side: "src" | "dst"): void {
   const row = model.rows.at(index);
   const column = model.state.value?.columns.findIndex(({ key }) => key === side) ?? -1;
-  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side}`);
+  const cell = list?.element?.querySelector(`[data-row="${index}"] .col-${side}`) ?? list?.element;
   const who = row && who_in(row.c[column] ?? "", row);
   if (who && cell) model.naming.value = { who, near: cell.getBoundingClientRect(), back: list?.element ?? null };
   else if (row) model.say("What stands here cannot be named.");
