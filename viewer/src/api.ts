@@ -42,14 +42,14 @@ export interface Rows {
   rows: Row[];
 }
 
-// Code, level and style stand only where they change from one line to the next.
+// Text, code, level, first and last byte where it tells of any, style.
 export interface WireLine {
   t: string;
-  p?: number;
-  l?: number;
+  p: number;
+  l: number;
   s?: number;
   e?: number;
-  y?: [number, number];
+  y: [number, number];
 }
 
 export interface WireFrame {

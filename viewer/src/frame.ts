@@ -80,17 +80,9 @@ function grow(lines: Line[]): { roots: Node[]; nodes: (Node | undefined)[] } {
 }
 
 export function read_frame(wire: WireFrame): Frame {
-  let code = 0;
-  let level = 0;
-  let style: [number, number] = [0, 0];
   const lines = wire.lines.map((line, index): Line => {
-    if (line.t !== "") {
-      code = line.p ?? code;
-      level = line.l ?? level;
-      style = line.y ?? style;
-    }
-    const start = line.t === "" ? -1 : (line.s ?? -1);
-    return { index, text: line.t, code, level, start, end: line.e ?? start, style };
+    const start = line.s ?? -1;
+    return { index, text: line.t, code: line.p, level: line.l, start, end: line.e ?? start, style: line.y };
   });
   const bytes = parse_hex(wire.bytes);
   const cells: Cell[] = Array.from(bytes, () => ({ width: 1, text: "" }));

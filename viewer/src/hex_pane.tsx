@@ -14,7 +14,6 @@ const kCharsets: Record<string, string> = {
   utf16: "UTF-16",
   euc: "EUC",
   ebcdic: "EBCDIC",
-  raw: "Raw",
 };
 
 function covers(line: Line | undefined, offset: number): boolean {
