@@ -54,16 +54,25 @@ function next_charset(): void {
   model.say(`Text in ${next}`);
 }
 
-// The nearest frame with a wrong checksum before or behind the chosen one.
+// The nearest frame with a wrong checksum before or behind the chosen one. In a long trace the server may not have come
+// there yet: then it is asked again, until something else is wanted.
+let searches = 0;
 async function to_fault(forward: boolean): Promise<void> {
-  const about = model.query.value;
+  const [search, about, chosen] = [++searches, model.query.value, model.chosen.value];
   const filter = about.filter ? `(${about.filter}) and checksum.bad` : "checksum.bad";
   try {
-    const { index } = await ask<{ index: number }>("row", { ...about, filter, n: model.chosen.value + (forward ? 1 : 0) });
-    const at = forward ? index : index - 1;
-    const found = at < 0 ? undefined : (await ask<Rows>("rows", { ...about, filter, from: at, count: 1 })).rows[0];
-    if (found && forward === found.n > model.chosen.value) await model.go_to_frame(found.n);
-    else model.say(`No ${forward ? "later" : "earlier"} frame has a wrong checksum.`);
+    while (search === searches && about === model.query.value && chosen === model.chosen.value) {
+      const { index } = await ask<{ index: number }>("row", { ...about, filter, n: chosen + (forward ? 1 : 0) });
+      const at = forward ? index : index - 1;
+      const reply = at < 0 ? null : await ask<Rows>("rows", { ...about, filter, from: at, count: 1 });
+      const found = reply?.rows[0];
+      if (found) return await model.go_to_frame(found.n);
+      if (index >= 0 && (!reply || reply.complete || model.state.value?.live)) {
+        return model.say(`No ${forward ? "later" : "earlier"} frame has a wrong checksum.`);
+      }
+      model.say("Looking for a wrong checksum \u2026");
+      await new Promise((done) => setTimeout(done, 250));
+    }
   } catch (error) {
     model.trouble(error);
   }
