@@ -1,6 +1,5 @@
 // A server for a trace, and pages of a browser at it.
 import { spawn } from "node:child_process";
-import { request } from "node:http";
 import { createRequire } from "node:module";
 
 const { chromium } = createRequire(new URL("../../viewer/package.json", import.meta.url))("playwright-core");
@@ -46,17 +45,6 @@ export async function visit(address, { hash = "", ...options } = {}) {
 export async function end_all() {
   await browser?.close();
   for (const end of open) end();
-}
-
-// The status of a question asked with headers that a browser would not send.
-export function status_of(address, path, headers = {}, method = "GET") {
-  const { hostname, port, pathname } = new URL(address);
-  return new Promise((done, failed) => {
-    request({ hostname, port, path: path ?? pathname, method, headers }, (reply) => {
-      reply.resume();
-      done(reply.statusCode);
-    }).on("error", failed).end(method === "GET" ? undefined : "{}");
-  });
 }
 
 export const lit_bytes = (page) =>

@@ -2,7 +2,7 @@ import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { appendFileSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
 import { after, test as node_test } from "node:test";
-import { chosen_line, count_text, end_all, kFolder, kProgram, kRoot, kScreenshots, lit_bytes, serve, status_of, visit } from "./support.mjs";
+import { chosen_line, count_text, end_all, kFolder, kProgram, kRoot, kScreenshots, lit_bytes, serve, visit } from "./support.mjs";
 import { contrast_faults } from "./contrast.mjs";
 import { datagram, kTexts, read_frames, record, write_long_trace, write_trace } from "./traces.mjs";
 
@@ -274,27 +274,6 @@ test("two million rows scroll to their end", async () => {
   await close();
   child.kill();
   rmSync(trace);
-});
-
-test("only its own page is answered", async () => {
-  const { address } = await serve(example("lan.pcap"));
-  const { host, port, pathname } = new URL(address);
-  const json = { "Content-Type": "application/json" };
-  for (const [what, path, headers, expected, method] of [
-    ["its own page", pathname, { Host: host }, 200],
-    ["by name", pathname, { Host: `localhost:${port}` }, 200],
-    ["no token", "/", { Host: host }, 404],
-    ["no token before api", "/api/state", { Host: host }, 404],
-    ["wrong token", `/${"0".repeat(32)}/api/state`, { Host: host }, 404],
-    ["foreign Host", `${pathname}api/state`, { Host: `wirelines.example:${port}` }, 403],
-    ["foreign Origin", `${pathname}api/state`, { Host: host, Origin: "http://wirelines.example" }, 403],
-    ["own Origin", `${pathname}api/state`, { Host: host, Origin: `http://${host}` }, 200],
-    ["a change without the header", `${pathname}api/names`, { Host: host, ...json }, 403, "PUT"],
-    ["a change from elsewhere", `${pathname}api/names/save`, { Host: host, ...json, "X-Wirelines": "1", Origin: "null" }, 403, "POST"],
-  ]) {
-    const got = await status_of(address, path, headers, method);
-    assert.ok(got === expected || (expected >= 400 && (got === 403 || got === 404)), `${what}: ${got}`);
-  }
 });
 
 test("a damaged trace shows what is readable and says so", async () => {
