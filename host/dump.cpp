@@ -15,26 +15,9 @@ struct DumpOptions {
   ColorOption color;
 };
 
-class Dumper : public Visitor {
- public:
-  Dumper(Output& out, const DumpOptions& options)
-      : printer_(out, options.color.wanted()), charset_(options.input.charset) {}
-
-  void visit(const Frame& frame) override {
-    lines_.dump(frame, charset_);
-    printer_.frame(frame);
-    printer_.lines(lines_);
-  }
-
- private:
-  Lines lines_;
-  LinePrinter printer_;
-  std::uint32_t charset_;
-};
-
 int dump(const DumpOptions& options, Output& out) {
-  const auto dumper = [&options](Output& to) { return std::make_unique<Dumper>(to, options); };
-  return finish(out, walk(options.input, out, {dumper, frame_gap(options.input, options.color.wanted())}));
+  const auto make = [](Lines& lines, const Frame& frame, std::uint32_t charset) { lines.dump(frame, charset); };
+  return finish(out, walk(options.input, out, printed_lines(options.input, options.color.wanted(), make)));
 }
 
 }  // namespace

@@ -1,8 +1,11 @@
 #include "lines.hpp"
 
 #include <cstring>
+#include <memory>
 
+#include "clock.hpp"
 #include "plain.hpp"
+#include "text.hpp"
 
 namespace wirelines::host {
 
@@ -22,7 +25,38 @@ constexpr std::string_view kBad = "(NG)";
 constexpr std::uint32_t kHexLineCode = 63;
 constexpr std::size_t kIndentation = 4;  // of the deepest level
 
-}  // namespace
+using MakeLines = void (*)(Lines& lines, const Frame& frame, std::uint32_t charset);
+
+class LinePrinter : public Visitor {
+ public:
+  LinePrinter(Output& out, const InputOptions& options, bool color, MakeLines make)
+      : out_(out), color_(color), charset_(options.charset), make_(make), lines_(options.lift_tags) {}
+
+  void visit(const Frame& frame) override {
+    make_(lines_, frame, charset_);
+    head(frame);
+    lines_.each([this](const DisplayLine& line) {
+      if (color_ || !plain_line(line)) careful_line(line);
+    });
+  }
+
+ private:
+  void head(const Frame& frame);
+  void time(const Frame& frame);
+  bool plain_line(const DisplayLine& line);
+  void careful_line(const DisplayLine& line);
+  void colored_line(const DisplayLine& line, std::string_view text);
+  void colored(std::string_view color, std::string_view text);
+
+  Output& out_;
+  bool color_;
+  std::uint32_t charset_;
+  MakeLines make_;
+  Lines lines_;
+  Text text_;
+  bool cut_ = false;  // whether the frame was captured in part
+  Clock clock_;
+};
 
 Gap frame_gap(const InputOptions& options, bool color) {
   const bool several = options.traces().size() > 1;
@@ -37,7 +71,7 @@ Gap frame_gap(const InputOptions& options, bool color) {
   };
 }
 
-void LinePrinter::frame(const Frame& frame) {
+void LinePrinter::head(const Frame& frame) {
   if (color_) out_.append(kFrameColor);
   out_.append("Frame ");
   out_.number(frame.number);
@@ -74,12 +108,6 @@ void LinePrinter::time(const Frame& frame) {
   } else {
     out_.number(frame.nanoseconds, 9);
   }
-}
-
-void LinePrinter::lines(const Lines& lines) {
-  lines.each([this](const DisplayLine& line) {
-    if (color_ || !plain_line(line)) careful_line(line);
-  });
 }
 
 // Nearly every line: indented, copied and ended in one piece. False, and nothing written, when it is no plain one.
@@ -134,6 +162,15 @@ void LinePrinter::colored(std::string_view color, std::string_view text) {
   out_.append(color);
   text_.append(out_, text);
   out_.append(kPlain);
+}
+
+}  // namespace
+
+Handling printed_lines(const InputOptions& options, bool color, MakeLines make) {
+  const auto printer = [&options, color, make](Output& out) {
+    return std::make_unique<LinePrinter>(out, options, color, make);
+  };
+  return {printer, frame_gap(options, color)};
 }
 
 void raw_frame(Output& out, const Frame& frame, std::uint32_t top_line) {

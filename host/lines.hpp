@@ -3,43 +3,19 @@
 
 #include <wirelines.h>
 
-#include "clock.hpp"
 #include "crew.hpp"
 #include "decode.hpp"
 #include "options.hpp"
 #include "output.hpp"
-#include "text.hpp"
 #include "trace.hpp"
 
 namespace wirelines::host {
 
-// For people: UTF-8, indented by level, in colour when it is wanted.
-class LinePrinter {
- public:
-  LinePrinter(Output& out, bool color) : out_(out), color_(color) {}
-
-  // "Frame 12  2024-05-01 12:00:00.123456  60 bytes".
-  void frame(const Frame& frame);
-
-  void lines(const Lines& lines);
-
- private:
-  void time(const Frame& frame);
-  bool plain_line(const DisplayLine& line);
-  void careful_line(const DisplayLine& line);
-  void colored_line(const DisplayLine& line, std::string_view text);
-  void colored(std::string_view color, std::string_view text);
-
-  Output& out_;
-  bool color_;
-  Text text_;
-  bool cut_ = false;  // whether the last frame was captured in part
-  Clock clock_;
-};
-
-// What stands before a frame in that form: a blank line unless it is the first, and where there are several traces the
-// name of its trace, unless the frame before is of that trace too.
-Gap frame_gap(const InputOptions& options, bool color);
+// For people: UTF-8, indented by level, in colour when it is wanted, below "Frame 12  2024-05-01 12:00:00.123456  60
+// bytes". `make` fills in the lines of a frame. Between two frames stands a blank line, and where there are several
+// traces the name of a frame's trace before it, unless the frame before is of that trace too.
+Handling printed_lines(const InputOptions& options, bool color,
+                       void (*make)(Lines& lines, const Frame& frame, std::uint32_t charset));
 
 // For programs and golden files: "CODE LEVEL START-END STYLEINDEX,STYLEGROUP |TEXT|", numbers in unsigned decimal,
 // text bytes outside 0x20 to 0x7E and backslashes as \xHH.

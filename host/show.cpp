@@ -18,23 +18,6 @@ struct ShowOptions {
   bool raw = false;
 };
 
-class Shower : public Visitor {
- public:
-  Shower(Output& out, const ShowOptions& options)
-      : lines_(options.input.lift_tags), printer_(out, options.color.wanted()), charset_(options.input.charset) {}
-
-  void visit(const Frame& frame) override {
-    lines_.decode(frame, charset_);
-    printer_.frame(frame);
-    printer_.lines(lines_);
-  }
-
- private:
-  Lines lines_;
-  LinePrinter printer_;
-  std::uint32_t charset_;
-};
-
 class RawShower : public Visitor {
  public:
   RawShower(Output& out, const ShowOptions& options) : out_(out), charset_(options.input.charset) {}
@@ -56,8 +39,8 @@ int show(const ShowOptions& options, Output& out) {
     const auto shower = [&options](Output& to) { return std::make_unique<RawShower>(to, options); };
     return finish(out, walk(options.input, out, {shower, {}}));
   }
-  const auto shower = [&options](Output& to) { return std::make_unique<Shower>(to, options); };
-  return finish(out, walk(options.input, out, {shower, frame_gap(options.input, options.color.wanted())}));
+  const auto make = [](Lines& lines, const Frame& frame, std::uint32_t charset) { lines.decode(frame, charset); };
+  return finish(out, walk(options.input, out, printed_lines(options.input, options.color.wanted(), make)));
 }
 
 }  // namespace
