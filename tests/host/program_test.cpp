@@ -239,49 +239,44 @@ TEST_F(Program, shows_frames_as_they_come) {
   EXPECT_EQ(result.out, "Frame 1  2024-05-01 19:00:00.123456  15 bytes\n");
 }
 
-TEST_F(Program, sample_traces) {
-  int traces = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR "/examples")) {
-    if (entry.path().extension() != ".pcap") continue;
-    trace_ = entry.path();
-    const auto listed = run("$W list $T");
-    EXPECT_EQ(listed.exit_code, 0) << trace_;
-    EXPECT_EQ(listed.err, "") << trace_;
-    EXPECT_EQ(run("$W list $T | wc -l").out, run("$W dump $T | grep -c ^Frame").out) << trace_;
-    EXPECT_EQ(run("$W list $T | grep -c -e checksum -e cut").out, "0\n") << trace_;
-    traces++;
-  }
-  EXPECT_GT(traces, 0);
-}
-
-// Every trace at hand: each frame once, nothing but printable ASCII, and the same again in the readable form.
+// Every trace at hand: each frame once, nothing but printable ASCII, and the same again in the readable form. Of the
+// samples, nothing is damaged.
 TEST_F(Program, real_traces) {
-  const std::filesystem::path captures = SOURCE_DIR "/../shared/captures";
-  if (!std::filesystem::is_directory(captures)) GTEST_SKIP() << "no folder of traces";
   const auto count = [](const std::string& text, const std::string& begin) {
     int lines = text.starts_with(begin) ? 1 : 0;
     for (auto at = text.find("\n" + begin); at != std::string::npos; at = text.find("\n" + begin, at + 1)) lines++;
     return lines;
   };
   const auto control = [](char c) { return (c >= 0 && c < 0x20 && c != '\n') || c == 0x7F; };
-  for (const auto& entry : std::filesystem::directory_iterator(captures)) {
-    if (entry.path().extension() != ".pcap") continue;
-    trace_ = entry.path();
-    const auto raw = run("$W show --raw $T");
-    const bool refused =
-        raw.err.find("cannot be decoded") != std::string::npos || raw.err.find("broken at frame") != std::string::npos;
-    EXPECT_EQ(raw.exit_code, refused ? 65 : 0) << trace_ << raw.err;
-    EXPECT_TRUE(std::none_of(raw.out.begin(), raw.out.end(), [&](char c) { return control(c) || c < 0; })) << trace_;
-    const auto frames = count(raw.out, "# frame ");
-    EXPECT_TRUE(frames > 0 || refused) << trace_;
-    EXPECT_EQ(count(run("$W dump $T").out, "Frame "), frames) << trace_;
-    const auto listed = run("$W list $T").out;
-    EXPECT_EQ(std::count(listed.begin(), listed.end(), '\n'), frames) << trace_;
-    EXPECT_TRUE(std::none_of(listed.begin(), listed.end(), [&](char c) { return control(c) || c < 0; })) << trace_;
-    const auto shown = run("$W show $T").out;
-    EXPECT_EQ(count(shown, "Frame "), frames) << trace_;
-    EXPECT_TRUE(std::none_of(shown.begin(), shown.end(), control)) << trace_;
+  int samples = 0;
+  for (const std::filesystem::path folder : {SOURCE_DIR "/examples", SOURCE_DIR "/../shared/captures"}) {
+    if (!std::filesystem::is_directory(folder)) continue;
+    const bool sample = folder.filename() == "examples";
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      if (entry.path().extension() != ".pcap") continue;
+      trace_ = entry.path();
+      const auto raw = run("$W show --raw $T");
+      const bool refused = !sample && (raw.err.find("cannot be decoded") != std::string::npos ||
+                                       raw.err.find("broken at frame") != std::string::npos);
+      EXPECT_EQ(raw.exit_code, refused ? 65 : 0) << trace_ << raw.err;
+      EXPECT_TRUE(std::none_of(raw.out.begin(), raw.out.end(), [&](char c) { return control(c) || c < 0; })) << trace_;
+      const auto frames = count(raw.out, "# frame ");
+      EXPECT_TRUE(frames > 0 || refused) << trace_;
+      EXPECT_EQ(count(run("$W dump $T").out, "Frame "), frames) << trace_;
+      const auto listed = run("$W list $T").out;
+      EXPECT_EQ(std::count(listed.begin(), listed.end(), '\n'), frames) << trace_;
+      EXPECT_TRUE(std::none_of(listed.begin(), listed.end(), [&](char c) { return control(c) || c < 0; })) << trace_;
+      const auto shown = run("$W show $T").out;
+      EXPECT_EQ(count(shown, "Frame "), frames) << trace_;
+      EXPECT_TRUE(std::none_of(shown.begin(), shown.end(), control)) << trace_;
+      if (!sample) continue;
+      samples++;
+      EXPECT_EQ(raw.err, "") << trace_;
+      EXPECT_EQ(listed.find("checksum"), std::string::npos) << trace_;
+      EXPECT_EQ(listed.find("(cut)"), std::string::npos) << trace_;
+    }
   }
+  EXPECT_GT(samples, 0);
 }
 
 }  // namespace
