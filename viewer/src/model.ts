@@ -140,7 +140,7 @@ export function rows_arrived(): void {
   }
 }
 
-export function choose_frame(n: number): void {
+function choose_frame(n: number): void {
   waiting_row = -1;
   chosen.value = n;
   write_address();
@@ -235,7 +235,7 @@ export function show_page(which: Page): void {
 
 // Names
 
-export async function load_names(): Promise<void> {
+async function load_names(): Promise<void> {
   try {
     names.value = await ask<Names>("names");
   } catch (error) {
@@ -279,7 +279,7 @@ export async function pause(paused: boolean): Promise<void> {
 // The server is asked for news: often while the trace is read or a filter is at work, else because a trace may grow.
 
 let timer = 0;
-export async function poll(): Promise<void> {
+async function poll(): Promise<void> {
   clearTimeout(timer);
   let wait = 2000;
   try {

@@ -6,7 +6,7 @@ import { key_text } from "./frame";
 import * as model from "./model";
 import { many } from "./text";
 
-export const kKinds: [kind: string, title: string, example: string][] = [
+const kKinds: [kind: string, title: string, example: string][] = [
   ["station", "MAC address", "00:00:5e:00:53:01"],
   ["ip", "IPv4 address", "192.0.2.1"],
   ["ip6", "IPv6 address", "2001:db8::1"],
