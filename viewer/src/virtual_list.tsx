@@ -73,7 +73,13 @@ export class VirtualList extends Component<Props, Place> {
     const box = this.box.current;
     if (!box) return;
     const height = Math.max(0, box.clientHeight - (this.props.headHeight ?? 0));
-    if (height !== this.state.height) this.setState({ height }, () => (this.later ? this.later() : this.place_bar()));
+    if (height === this.state.height) return;
+    const at_end = this.state.top > 0 && this.state.top >= this.most(); // where it stays
+    this.setState({ height }, () => {
+      if (this.later) this.later();
+      else if (at_end) this.go(this.most());
+      else this.place_bar();
+    });
   }
 
   private tell_seen(): void {
