@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <ctime>
 #include <tuple>
 #include <utility>
 
@@ -122,8 +124,10 @@ TracePlace FrameStore::place_before(std::uint64_t number) const {
   throw Failure(EX_DATAERR, name_ + ": was replaced or removed since the viewer opened it; start the viewer again");
 }
 
-// Reads whenever the file has changed, and once more when what fills it is done.
+// Reads whenever the file has changed, and once more when what fills it is done. As long as it is being written, it may
+// end in the middle of a frame: that is damage only if it stays so.
 void FrameStore::run() {
+  constexpr std::time_t kJustNow = 2;  // seconds
   constexpr auto kLook = std::chrono::milliseconds(100);
   Look read;
   bool read_all = false;
@@ -139,12 +143,12 @@ void FrameStore::run() {
       lock.lock();
       changed_.notify_all();
       if (paused_) continue;
-      // As long as the file is being filled, it may end in the middle of a frame.
       if (spool_) problem = all ? spool_->problem() : "";
-      state_.damage = std::move(problem);
+      const bool unsure = !spool_ && !problem.empty() && std::abs(std::time(nullptr) - now.seconds) < kJustNow;
+      state_.damage = unsure ? "" : std::move(problem);
       state_.complete = all;
       if (all && device_) state_.live = false;
-      read = now;
+      read = unsure ? Look{} : now;
       read_all = all;
       if (all != (!spool_ || spool_->done())) continue;
     }
