@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "files.hpp"
+#include "hex.hpp"
 #include "host/json_text.hpp"
 #include "host/summary.hpp"
+#include "written.hpp"
 
 namespace wirelines::host {
 namespace {
@@ -82,21 +84,8 @@ json schema_of_frames() {
   return json::parse(file);
 }
 
-// The JSON string of `bytes`, through a pipe.
 std::string as_json(const std::string& bytes) {
-  std::array<int, 2> ends{};
-  EXPECT_EQ(pipe(ends.data()), 0);
-  {
-    Output out(ends[1]);
-    JsonText text;
-    text.append(out, bytes);
-    out.flush();
-  }
-  close(ends[1]);
-  std::string result(4096, '\0');
-  result.resize(static_cast<std::size_t>(read(ends[0], result.data(), result.size())));
-  close(ends[0]);
-  return result;
+  return written([&bytes](Output& out) { JsonText().append(out, bytes); });
 }
 
 TEST(JsonText, strings) {
@@ -126,14 +115,8 @@ TEST(JsonText, every_pair_of_bytes_is_valid) {
 }
 
 std::string bytes(const std::string& hex) {
-  std::string result;
-  std::istringstream in(hex);
-  for (std::string word; in >> word;) {
-    for (std::size_t i = 0; i < word.size(); i += 2) {
-      result.push_back(static_cast<char>(std::stoi(word.substr(i, 2), nullptr, 16)));
-    }
-  }
-  return result;
+  const auto all = bytes_of(hex);
+  return {all.begin(), all.end()};
 }
 
 // The `sum` of each frame: what it has, and nothing that it does not have.
