@@ -4,7 +4,6 @@
 #include <wirelines.h>
 
 #include <cstdint>
-#include <limits>
 
 #include "clock.hpp"
 #include "lift.hpp"
@@ -59,8 +58,8 @@ class RowPrinter {
   Lift lift_;
   Text text_;
   Clock clock_;
-  std::int64_t second_ = std::numeric_limits<std::int64_t>::min();  // that second_text_ stands for
-  char second_text_[9];                                             // "12:34:56."
+  std::int64_t second_ = -1;  // that second_text_ stands for
+  char second_text_[9];       // "12:34:56."
 };
 
 }  // namespace wirelines::host
