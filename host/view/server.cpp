@@ -121,7 +121,12 @@ void refuse(httplib::Response& response, int status, const std::string& message)
 }  // namespace
 
 ViewServer::ViewServer(FrameStore& store, NameBoard& names, const ViewSettings& settings, int port, std::string assets)
-    : store_(store), names_(names), settings_(settings), assets_(std::move(assets)), token_(make_token()) {
+    : store_(store),
+      names_(names),
+      settings_(settings),
+      assets_(std::move(assets)),
+      token_(make_token()),
+      door_("/" + make_token()) {
   constexpr std::size_t kLongestBody = 65536;
   constexpr std::size_t kRequests = 100000;  // on one connection
   server_.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
@@ -155,6 +160,7 @@ ViewServer::ViewServer(FrameStore& store, NameBoard& names, const ViewSettings& 
   if (!bound) throw Failure(EX_UNAVAILABLE, "port " + std::to_string(port) + " of the loopback interface is taken");
   hosts_ = {kLoopback + (":" + std::to_string(port)), "localhost:" + std::to_string(port)};
   address_ = "http://" + hosts_[0] + "/" + token_ + "/";
+  door_address_ = "http://" + hosts_[0] + door_;
 }
 
 void ViewServer::serve() {
@@ -170,20 +176,26 @@ void ViewServer::stop() {
 
 // Pages of other hosts reach us under another name (a name that they let stand for 127.0.0.1), or tell their own
 // origin.
-bool ViewServer::allowed(const Request& request) const {
+bool ViewServer::from_here(const Request& request) const {
   const auto host = request.get_header_value("Host");
   if (request.get_header_value_count("Host") != 1 || std::find(hosts_.begin(), hosts_.end(), host) == hosts_.end()) {
     return false;
   }
-  if (request.has_header("Origin") && request.get_header_value("Origin") != "http://" + host) return false;
-  const std::string_view path = request.path;
+  return !request.has_header("Origin") || request.get_header_value("Origin") == "http://" + host;
+}
+
+bool ViewServer::knows_token(std::string_view path) const {
   return path.size() > token_.size() + 1 && path[token_.size() + 1] == '/' &&
          same(path.substr(1, token_.size()), token_);
 }
 
 void ViewServer::answer(const Request& request, Response& response) {
   constexpr std::string_view kApi = "api/";
-  if (!allowed(request)) return refuse(response, 403, "this address is not the one that wirelines view printed");
+  if (from_here(request) && request.method == "GET" && same(request.path, door_) && !door_used_.exchange(true)) {
+    return response.set_redirect("/" + token_ + "/");
+  }
+  if (!from_here(request) || !knows_token(request.path))
+    return refuse(response, 403, "this address is not the one that wirelines view printed");
   auto name = request.path.substr(token_.size() + 2);
   if (!name.starts_with(kApi)) return send_asset(response, name.empty() ? "index.html" : name);
   name.erase(0, kApi.size());

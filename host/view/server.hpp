@@ -26,6 +26,9 @@ class ViewServer {
 
   [[nodiscard]] const std::string& address() const { return address_; }
 
+  // Leads there once: for a command line, which other users of the machine can see.
+  [[nodiscard]] const std::string& door_address() const { return door_address_; }
+
   void serve();  // until stop() is called
   void stop();   // from another thread
 
@@ -33,7 +36,8 @@ class ViewServer {
   using Request = httplib::Request;
   using Response = httplib::Response;
 
-  [[nodiscard]] bool allowed(const Request& request) const;
+  [[nodiscard]] bool from_here(const Request& request) const;
+  [[nodiscard]] bool knows_token(std::string_view path) const;
   void answer(const Request& request, Response& response);
   void answer_api(const Request& request, Response& response, std::string_view name);
   void send_asset(Response& response, const std::string& name) const;
@@ -53,8 +57,11 @@ class ViewServer {
   NameBoard& names_;
   const ViewSettings settings_;
   const std::string assets_;
-  std::string token_;
+  const std::string token_;
+  const std::string door_;
+  std::atomic_bool door_used_ = false;
   std::string address_;
+  std::string door_address_;
   std::vector<std::string> hosts_;  // what browsers may call us
 
   std::shared_mutex naming_;  // held alone while names change

@@ -85,7 +85,7 @@ void serve(const ViewOptions& options, FrameStore& store, NameBoard& names, cons
   out.append(server.address());
   out.append('\n');
   out.flush();
-  if (!options.no_open && has_display()) open_browser(server.address());
+  if (!options.no_open && has_display()) open_browser(server.door_address());
   int signal = 0;
   sigwait(&end_signals, &signal);
   server.stop();

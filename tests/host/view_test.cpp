@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <sstream>
@@ -112,6 +113,29 @@ TEST_F(View, answers_only_its_own_page) {
   EXPECT_EQ(viewer.get("names")["names"], Json::array());
   EXPECT_EQ(viewer.client().Delete(put)->status, 404);
   EXPECT_EQ(viewer.end(SIGTERM), 0);
+}
+
+// What stands on the browser's command line is seen by others, and of no use to them.
+TEST_F(View, the_browsers_address_leads_there_once) {
+  const auto opened = folder_.path("opened");
+  std::filesystem::permissions(folder_.file("xdg-open", "#!/bin/sh\necho \"$1\" >'" + opened + ".new'\nmv '" + opened +
+                                                            ".new' '" + opened + "'\n"),
+                               std::filesystem::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  setenv("PATH", (folder_.path("") + ":" + path).c_str(), 1);
+  setenv("DISPLAY", ":0", 1);
+  Viewer viewer(page() + quoted_trace(), true);
+  setenv("PATH", path.c_str(), 1);
+  unsetenv("DISPLAY");
+  const auto address = run("for i in $(seq 100); do cat '" + opened + "' 2>/dev/null && break; sleep 0.1; done").out;
+  ASSERT_TRUE(address.starts_with("http://" + viewer.host() + "/")) << address;
+  EXPECT_EQ(address.find(viewer.path()), std::string::npos) << address;
+  const auto door = address.substr(address.find(viewer.host()) + viewer.host().size(), 33);
+  EXPECT_EQ(viewer.client().Get(door, {{"Host", "rebound.example"}})->status, 403);
+  const auto first = viewer.client().Get(door);
+  EXPECT_EQ(first->status, 302);
+  EXPECT_EQ(first->get_header_value("Location"), viewer.path());
+  EXPECT_EQ(viewer.client().Get(door)->status, 403);
 }
 
 // The loopback interface alone.

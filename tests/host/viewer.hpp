@@ -21,11 +21,11 @@ namespace wirelines::host {
 
 class Viewer {
  public:
-  // Runs `wirelines view --no-open ARGUMENTS`, given as the shell has them.
-  explicit Viewer(const std::string& arguments) {
+  // Runs `wirelines view ARGUMENTS`, given as the shell has them; with a browser only where that is asked for.
+  explicit Viewer(const std::string& arguments, bool open = false) {
     int out[2];
     if (pipe(out) != 0) return;
-    const auto command = std::string("exec '") + PROGRAM + "' view --no-open " + arguments;
+    const auto command = std::string("exec '") + PROGRAM + "' view " + (open ? "" : "--no-open ") + arguments;
     process_ = fork();
     if (process_ == 0) {
       dup2(out[1], STDOUT_FILENO);
