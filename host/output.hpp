@@ -36,9 +36,8 @@ class Output {
   }
 
   void blanks(std::size_t count) {
-    char* const to = reserve(std::max(count, kShort));
-    std::memset(to, ' ', kShort);
-    if (count > kShort) std::memset(to + kShort, ' ', count - kShort);
+    char* const to = reserve(count);
+    std::memset(to, ' ', count);
     commit(to + count);
   }
 
@@ -55,25 +54,50 @@ class Output {
   }
 
   // `value` with zeros in front to `width` digits; at most 20.
-  void number(std::uint64_t value, int width) {
-    char* const to = reserve(20);
-    auto rest = value;
-    for (int i = width; i-- > 0; rest /= 10) to[i] = static_cast<char>('0' + rest % 10);
-    if (rest != 0) return number(value);
-    commit(to + width);
-  }
+  void number(std::uint64_t value, int width) { Piece(*this, 20).number(value, width); }
 
-  // `value` with blanks in front to `width` columns; at most 16.
-  void right(std::uint64_t value, std::size_t width) {
-    char* const to = reserve(kShort);
-    std::memset(to, ' ', kShort);
-    auto begin = width;
-    for (auto rest = value; begin == width || rest != 0; rest /= 10) {
-      if (begin == 0) return number(value);
-      to[--begin] = static_cast<char>('0' + rest % 10);
+  // Several texts and numbers for which room is asked once: where the next one goes can stay in a register meanwhile.
+  class Piece {
+   public:
+    Piece(Output& out, std::size_t room) : out_(out), next_(out.reserve(room)) {}
+    ~Piece() { out_.commit(next_); }
+    Piece(const Piece&) = delete;
+    Piece& operator=(const Piece&) = delete;
+
+    void append(char c) { *next_++ = c; }
+    void append(std::string_view text) {
+      copy(next_, text);
+      next_ += text.size();
     }
-    commit(to + width);
-  }
+
+    // Texts and numbers in a column: with up to 16 blanks to `width`, for which there must be room in any case.
+    void left(std::string_view text, std::size_t width) {
+      copy(next_, text);
+      std::memset(next_ + text.size(), ' ', kShort);
+      next_ += std::max(text.size(), width);
+    }
+    void right(std::uint64_t value, std::size_t width) {
+      std::memset(next_, ' ', kShort);
+      auto begin = width;
+      for (auto rest = value; begin == width || rest != 0; rest /= 10) {
+        if (begin == 0) return number(value);
+        next_[--begin] = static_cast<char>('0' + rest % 10);
+      }
+      next_ += width;
+    }
+
+    void number(std::uint64_t value) { next_ = std::to_chars(next_, next_ + 20, value).ptr; }
+    void number(std::uint64_t value, int width) {
+      auto rest = value;
+      for (int i = width; i-- > 0; rest /= 10) next_[i] = static_cast<char>('0' + rest % 10);
+      if (rest != 0) return number(value);
+      next_ += width;
+    }
+
+   private:
+    Output& out_;
+    char* next_;
+  };
 
   // Writes what is buffered. After the first failed write everything is dropped: the work can go on or stop, and
   // error() tells.

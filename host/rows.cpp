@@ -19,6 +19,7 @@ namespace {
 // As wide as most values are: an IPv6 address often is longer, and pushes.
 constexpr std::size_t kNumberWidth = 5;
 constexpr std::size_t kAddressWidth = 17;
+constexpr std::size_t kNumericRoom = 64;             // of two numbers with what stands between and around them
 constexpr std::size_t kProtocolAndLengthWidth = 11;  // one of them may take what the other leaves
 
 constexpr std::string_view kPlain = "\x1B[0m";
@@ -66,6 +67,8 @@ constexpr auto kDecimals = [] {
 // A short text put together by hand: an address, or the user's name for it.
 class Label {
  public:
+  static constexpr std::size_t kRoom = 64;  // for an IPv6 address, and an IPX network with the name of a station
+
   Label() = default;
   explicit Label(std::string_view text) { append(text); }
 
@@ -111,7 +114,7 @@ class Label {
   [[nodiscard]] bool named() const { return named_; }
 
  private:
-  char text_[64];  // the longest: an IPv6 address, and an IPX network with the name of a station
+  char text_[kRoom];
   std::size_t size_ = 0;
   bool named_ = false;
 };
@@ -240,9 +243,7 @@ void RowPrinter::columns(const Frame& frame) {
   lift_.take(frame);
   const Packet packet(frame, lift_);
   const int errors = wrong_checksums(frame, lift_, packet.summary);
-  out_.right(frame.number, tabs_ ? 0 : kNumberWidth);
-  separator();
-  time(frame);
+  number_and_time(frame);
   addresses(packet);
   protocol_and_length(packet, errors != 0);
   note(packet);
@@ -252,7 +253,7 @@ void RowPrinter::columns(const Frame& frame) {
   out_.append('\n');
 }
 
-void RowPrinter::time(const Frame& frame) {
+void RowPrinter::number_and_time(const Frame& frame) {
   if (frame.seconds != second_) {
     const std::tm& local = clock_.at(second_ = frame.seconds);
     char* to = second_text_;
@@ -263,9 +264,12 @@ void RowPrinter::time(const Frame& frame) {
     }
     to[-1] = '.';
   }
-  out_.append({second_text_, sizeof second_text_});
-  out_.number(frame.nanoseconds / 1000, 6);
-  separator();
+  Output::Piece out(out_, kNumericRoom);
+  out.right(frame.number, tabs_ ? 0 : kNumberWidth);
+  out.append(separator());
+  out.append({second_text_, sizeof second_text_});
+  out.number(frame.nanoseconds / 1000, 6);
+  out.append(separator());
 }
 
 void RowPrinter::addresses(const Packet& packet) {
@@ -289,26 +293,29 @@ template <typename Label>
 void RowPrinter::address_columns(const Label& source, const Label& destination) {
   for (const Label* address : {&source, &destination}) {
     const auto text = address->view();
+    const auto width = tabs_ ? 0 : kAddressWidth;
     if (address->named()) {
       text_.append(out_, text);
+      if (text.size() < width) out_.blanks(width - text.size());  // a byte of code page 932 takes a column
+      out_.append(separator());
     } else {
-      out_.append(text);
+      Output::Piece out(out_, Label::kRoom + kAddressWidth + 1);
+      out.left(text, width);
+      out.append(separator());
     }
-    // In code page 932 a text has as many bytes as columns.
-    if (!tabs_ && text.size() < kAddressWidth) out_.blanks(kAddressWidth - text.size());
-    separator();
   }
 }
 
 void RowPrinter::protocol_and_length(const Packet& packet, bool wrong) {
   const auto [name, family_color] = protocol_of(packet);
   const auto color = wrong ? kBadColor : family_color;
-  if (color_) out_.append(color);
-  out_.append(name);
-  if (color_ && !color.empty()) out_.append(kPlain);
-  separator();
-  out_.right(packet.frame.original_length, tabs_ ? 0 : kProtocolAndLengthWidth - 1 - name.size());
-  separator();
+  Output::Piece out(out_, kBadColor.size() + name.size() + kPlain.size() + kNumericRoom);
+  if (color_) out.append(color);
+  out.append(name);
+  if (color_ && !color.empty()) out.append(kPlain);
+  out.append(separator());
+  out.right(packet.frame.original_length, tabs_ ? 0 : kProtocolAndLengthWidth - 1 - name.size());
+  out.append(separator());
 }
 
 void RowPrinter::note(const Packet& packet) {

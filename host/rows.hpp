@@ -28,8 +28,8 @@ class RowPrinter {
 
  private:
   void columns(const Frame& frame);
-  void separator() { out_.append(tabs_ ? '\t' : ' '); }
-  void time(const Frame& frame);
+  [[nodiscard]] char separator() const { return tabs_ ? '\t' : ' '; }
+  void number_and_time(const Frame& frame);
   void addresses(const Packet& packet);
   void protocol_and_length(const Packet& packet, bool wrong);
   void note(const Packet& packet);
