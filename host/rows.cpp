@@ -343,7 +343,7 @@ void RowPrinter::tags() {
 }
 
 void RowPrinter::verdicts(int errors) {
-  constexpr struct {
+  static constexpr struct {
     int error;
     const char* text;
   } kVerdicts[] = {
@@ -403,15 +403,28 @@ void RowPrinter::ports_note(const PacketSummary& summary) {
     out_.append("no ports");
     return;
   }
-  out_.number(summary.srcPort);
-  if (summary.srcPort != summary.dstPort) name(PortToName(summary.srcPort, summary.ipProtocol));
+  const auto& from = port(summary.srcPort, summary.ipProtocol);
+  out_.append(summary.srcPort == summary.dstPort ? from.number() : from.text);
   out_.append(" > ");
-  out_.number(summary.dstPort);
-  name(PortToName(summary.dstPort, summary.ipProtocol));
+  out_.append(port(summary.dstPort, summary.ipProtocol).text);
   if (tcp) {
     out_.append(' ');
     tcp_flags(out_, summary.typeCode);
   }
+}
+
+// Those of the last frames are kept: a trace has few ports, and each has to be asked of the name module.
+const RowPrinter::Port& RowPrinter::port(std::uint16_t port, std::uint8_t protocol) {
+  auto& kept = ports_[port % ports_.size()];
+  if (kept.port == port && kept.protocol == protocol) return kept;
+  kept = {port, protocol, std::to_string(port)};
+  kept.digits = kept.text.size();
+  const std::string_view name = PortToName(port, protocol);
+  if (!name.empty()) {
+    kept.text += ' ';
+    text_.append(kept.text, name);
+  }
+  return kept;
 }
 
 void RowPrinter::icmp_note(const PacketSummary& summary) {

@@ -1,9 +1,13 @@
-// Frames as rows of a list, from what the classifier tells of them: no line is made, and nothing allocated.
+// Frames as rows of a list, from what the classifier tells of them: no line is made.
 #pragma once
 
 #include <wirelines.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "clock.hpp"
 #include "lift.hpp"
@@ -27,6 +31,16 @@ class RowPrinter {
   void cells(const Frame& frame);
 
  private:
+  // "443 HTTPS", of TCP or UDP.
+  struct Port {
+    std::uint16_t port = 0;
+    std::uint8_t protocol = 0;
+    std::string text;
+    std::size_t digits = 0;
+
+    [[nodiscard]] std::string_view number() const { return std::string_view(text).substr(0, digits); }
+  };
+
   void columns(const Frame& frame);
   [[nodiscard]] char separator() const { return tabs_ ? '\t' : ' '; }
   void number_and_time(const Frame& frame);
@@ -39,6 +53,7 @@ class RowPrinter {
   void ip_note(const Packet& packet);
   void fragment_note(const Packet& packet);
   void ports_note(const PacketSummary& summary);
+  const Port& port(std::uint16_t port, std::uint8_t protocol);
   void icmp_note(const PacketSummary& summary);
   void arp_note(const Packet& packet);
   void pppoe_note(const Packet& packet);
@@ -58,6 +73,7 @@ class RowPrinter {
   Lift lift_;
   Text text_;
   Clock clock_;
+  std::array<Port, 256> ports_;
   std::int64_t second_ = -1;  // that second_text_ stands for
   char second_text_[9];       // "12:34:56."
 };

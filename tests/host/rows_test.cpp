@@ -13,17 +13,22 @@
 namespace wirelines::host {
 namespace {
 
-// The row of a frame, from a heap copy of exactly its size, without the newline.
-std::string row(const std::string& hex, std::uint32_t original_length = 0, bool color = false) {
+// Puts out the row of a frame, from a heap copy of exactly its size.
+void put_row(RowPrinter& printer, const std::string& hex, std::uint32_t original_length) {
   setenv("TZ", "UTC0", 1);
   tzset();
   const auto bytes = bytes_of(hex);
   const auto length = static_cast<std::uint32_t>(bytes.size());
   const std::string trace = "trace";
+  printer.row(
+      {7, &trace, bytes.data(), length, original_length > 0 ? original_length : length, 1714557661, 123456789, 0});
+}
+
+// The row without the newline.
+std::string row(const std::string& hex, std::uint32_t original_length = 0, bool color = false) {
   const auto result = written([&](Output& out) {
-    RowPrinter(out, color)
-        .row({7, &trace, bytes.data(), length, original_length > 0 ? original_length : length, 1714557661, 123456789,
-              0});
+    RowPrinter printer(out, color);
+    put_row(printer, hex, original_length);
   });
   EXPECT_TRUE(result.ends_with('\n'));
   return result.substr(0, result.size() - 1);
@@ -64,6 +69,8 @@ TEST(Rows, table) {
       {"no TCP header", ip("0020", "06") + "C001 0050 00x8", kHosts + "TCP      46 no ports"},
       {"TCP ports of 0", ip("0028", "06") + "00x12 50 00 0000 0000 0000", kHosts + "TCP      54 0 > 0 []"},
       {"UDP, a name by transport", ip("001C", "11") + "C001 0202 0008 0000", kHosts + "UDP      42 49153 > 514 SYSLOG"},
+      {"the same port by another transport", ip("0028", "06") + "0202 C002 00x8 50 00 0000 0000 0000",
+       kHosts + "TCP      54 514 SHELL > 49154 []"},
       {"one port, named once", ip("001C", "11") + "0089 0089 0008 0000", kHosts + "UDP      42 137 > 137 NETBIOS-NS"},
       {"two checksums", kMacs + "0800 4500 001C 0102 0000 40 11 1111 C0000201 C63364FF C001 0050 0008 2222",
        kHosts + "UDP      42 49153 > 80 WWW, IP checksum wrong, UDP checksum wrong"},
@@ -137,7 +144,17 @@ TEST(Rows, table) {
       {"cut: none on the IP header without its options",
        kMacs + "0800 4600 05DC 0102 0000 40 11 1111 C0000201 C63364FF", kHosts + "UDP    1514 no ports (cut)", 1514},
   };
-  for (const auto& c : kCases) EXPECT_EQ(row(c.frame, c.original_length), kBegin + c.wanted) << c.what;
+  std::string all_wanted;
+  for (const auto& c : kCases) {
+    EXPECT_EQ(row(c.frame, c.original_length), kBegin + c.wanted) << c.what;
+    all_wanted += kBegin + c.wanted + "\n";
+  }
+  // What a printer keeps of one frame does not change the next.
+  EXPECT_EQ(written([&](Output& out) {
+              RowPrinter printer(out, false);
+              for (const auto& c : kCases) put_row(printer, c.frame, c.original_length);
+            }),
+            all_wanted);
 }
 
 // Any frame cut anywhere has its row, and only bytes that are there are read.
