@@ -39,7 +39,7 @@ int capture(CaptureOptions& options, Output& out) {
   }
   auto& record = options.record;
   const auto& input = options.input;
-  Device device(input.live, input.filter, Device::Use::kRecord);
+  auto& device = *input.device;
   const bool dated = record.file.empty() && record.size == 0 && record.seconds == 0;
   if (record.file.empty()) record.file = dated ? default_file(input.live.interface) : input.live.interface + ".pcap";
 
@@ -115,6 +115,8 @@ void add_capture(CLI::App& program, Run& run) {
   app->callback([&run, options] {
     options->record.size = options->megabytes * 1'000'000;
     check(*options);
+    auto& input = options->input;
+    if (!options->list) input.device = std::make_shared<Device>(input.live, input.filter, Device::Use::kRecord);
     run = [options](Output& out) { return capture(*options, out); };
   });
 }
