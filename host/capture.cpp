@@ -1,6 +1,7 @@
 // wirelines capture: frames from an interface to files.
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <array>
 #include <ctime>
 #include <memory>
@@ -95,19 +96,16 @@ void add_capture(CLI::App& program, Run& run) {
   auto* app = program.add_subcommand("capture", "Capture from an interface to files");
   auto options = std::make_shared<CaptureOptions>();
   auto& record = options->record;
-  const auto add_number = [app](const std::string& name, std::uint64_t& value, const std::string& unit,
-                                const std::string& about) {
-    constexpr std::uint64_t kMost = 1'000'000'000;
-    app->add_option(name, value, about)->type_name(unit)->check(from_one_to(kMost));
-  };
+  constexpr std::uint64_t kMost = 1'000'000'000;
   add_live_options(*app, options->input.live, true);
   app->add_option("-w,--write", record.file, "The file, - for standard output (default NAME_TIME.pcap)")
       ->type_name("FILE");
-  add_number("--file-size", options->megabytes, "MB", "Begin another file, FILE_NUMBER_TIME, before this size");
-  add_number("--file-seconds", record.seconds, "N", "Begin another file after so many seconds");
-  add_number("--files", record.files, "N", "Keep so many files: the oldest is removed");
+  add_number(*app, "--file-size", options->megabytes, 1, kMost, "MB",
+             "Begin another file, FILE_NUMBER_TIME, before this size");
+  add_number(*app, "--file-seconds", record.seconds, 1, kMost, "N", "Begin another file after so many seconds");
+  add_number(*app, "--files", record.files, 1, kMost, "N", "Keep so many files: the oldest is removed");
   add_choice_options(*app, options->input);
-  app->add_flag("-D,--interfaces", options->list, "List the interfaces and end");
+  add_flag(*app, "-D,--interfaces", options->list, "List the interfaces and end");
   app->footer(
       "Examples:\n"
       "  wirelines capture -i eth0 -w trace.pcap -f 'port 53'\n"

@@ -177,42 +177,25 @@ int classify(const ClassifyOptions& options, Output& out) {
   return finish(out, walk(options.input, out, {writer, {}}));
 }
 
-// One of two words.
-template <typename Choice>
-void add_choice(CLI::App& app, const std::string& name, Choice& choice, std::pair<std::string, Choice> first,
-                std::pair<std::string, Choice> second, const std::string& about) {
-  app.add_option_function<std::string>(
-         name,
-         [=, &choice](const std::string& text) {
-           if (text != first.first && text != second.first) {
-             throw CLI::ValidationError(name, in_quotes(text) + " is none of " + first.first + ", " + second.first);
-           }
-           choice = text == first.first ? first.second : second.second;
-         },
-         about)
-      ->type_name(first.first + "|" + second.first);
-}
-
 }  // namespace
 
 void add_classify(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("classify", "Write a row a frame, for databases");
   auto options = std::make_shared<ClassifyOptions>();
-  add_input_options(*app, options->input);
-  add_jobs_option(*app, options->input);
-  add_display_filter_option(*app, options->input);
-  add_lift_option(*app, options->input);
-  add_name_file_options(*app, options->names);
-  add_choice<Form>(*app, "-T", options->form, {"tsv", Form::kTsv}, {"jsonl", Form::kJsonl},
-                   "Form of the rows: tab-separated, or JSON");
-  add_choice<Schema>(*app, "--schema", options->schema, {"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson},
-                     "Print the definition of a row and end");
-  app->footer(
-      "Examples:\n"
-      "  wirelines classify --schema clickhouse | clickhouse-client --multiquery\n"
-      "  wirelines classify trace.pcap |\n"
-      "    clickhouse-client --query 'INSERT INTO frames FORMAT TSV'");
-  app->callback([&run, options] { run = [options](Output& out) { return classify(*options, out); }; });
+  auto& app = add_command(program, run, "classify", "Write a row a frame, for databases",
+                          "Examples:\n"
+                          "  wirelines classify --schema clickhouse | clickhouse-client --multiquery\n"
+                          "  wirelines classify trace.pcap |\n"
+                          "    clickhouse-client --query 'INSERT INTO frames FORMAT TSV'",
+                          [options](Output& out) { return classify(*options, out); });
+  add_input_options(app, options->input);
+  add_jobs_option(app, options->input);
+  add_display_filter_option(app, options->input);
+  add_lift_option(app, options->input);
+  add_name_file_options(app, options->names);
+  add_choice(app, "-T", options->form, {{"tsv", Form::kTsv}, {"jsonl", Form::kJsonl}},
+             "Form of the rows: tab-separated, or JSON");
+  add_choice(app, "--schema", options->schema, {{"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson}},
+             "Print the definition of a row and end");
 }
 
 }  // namespace wirelines::host

@@ -8,6 +8,7 @@
 #include <exception>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "failure.hpp"
@@ -90,6 +91,14 @@ int run_program(int argc, char** argv, std::span<const Command> commands) {
 }
 
 }  // namespace
+
+CLI::App& add_command(CLI::App& program, Run& run, const char* name, const char* about, const char* help_end,
+                      Run action) {
+  auto* const command = program.add_subcommand(name, about);
+  command->footer(help_end);
+  command->callback([&run, action = std::move(action)] { run = action; });
+  return *command;
+}
 
 int run_command_line(int argc, char** argv, std::span<const Command> commands) {
 #ifdef SIGPIPE

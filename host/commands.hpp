@@ -2,16 +2,24 @@
 // its name in the two places below.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string_view>
 
 #include "output.hpp"
 
+// The header itself costs seconds of compiling, and most of those who add options do not need it.
+namespace CLI {
+class App;
+}
+
 namespace wirelines::host {
 
 // What the chosen subcommand does when the command line is understood; returns the exit code.
 using Run = std::function<int(Output&)>;
+
+// Adds a subcommand: what it is for, what its help ends with, and what it does when it is chosen.
+CLI::App& add_command(CLI::App& program, Run& run, const char* name, const char* about, const char* help_end,
+                      Run action);
 
 using AddCommand = void(CLI::App& program, Run& run);
 

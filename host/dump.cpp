@@ -23,19 +23,18 @@ int dump(const DumpOptions& options, Output& out) {
 }  // namespace
 
 void add_dump(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("dump", "Show the bytes of frames in hexadecimal and as text");
   auto options = std::make_shared<DumpOptions>();
-  add_input_options(*app, options->input);
-  add_at_option(*app, options->input);
-  add_jobs_option(*app, options->input);
-  add_charset_option(*app, options->input);
-  add_utc_option(*app);
-  options->color.add(*app);
-  app->footer(
-      "Examples:\n"
-      "  wirelines dump -N 5-9 trace.pcap           the bytes of frames 5 to 9\n"
-      "  wirelines dump --charset ebcdic trace.pcap   with their text as EBCDIC");
-  app->callback([&run, options] { run = [options](Output& out) { return dump(*options, out); }; });
+  auto& app = add_command(program, run, "dump", "Show the bytes of frames in hexadecimal and as text",
+                          "Examples:\n"
+                          "  wirelines dump -N 5-9 trace.pcap           the bytes of frames 5 to 9\n"
+                          "  wirelines dump --charset ebcdic trace.pcap   with their text as EBCDIC",
+                          [options](Output& out) { return dump(*options, out); });
+  add_input_options(app, options->input);
+  add_at_option(app, options->input);
+  add_jobs_option(app, options->input);
+  add_charset_option(app, options->input);
+  add_utc_option(app);
+  options->color.add(app);
 }
 
 }  // namespace wirelines::host

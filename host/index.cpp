@@ -5,6 +5,7 @@
 #include "commands.hpp"
 #include "failure.hpp"
 #include "frame_index.hpp"
+#include "options.hpp"
 
 namespace wirelines::host {
 
@@ -51,16 +52,15 @@ int index(const IndexOptions& options) {
 }  // namespace
 
 void add_index(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("index", "Note where the frames of a large trace begin");
   auto options = std::make_shared<IndexOptions>();
-  app->add_option("FILE", options->traces, "Traces in pcap or pcapng form, not compressed")->type_name("")->required();
-  app->add_flag("-q,--quiet", options->quiet, "No summary");
-  app->footer(
-      "Writes FILE.wlx beside each FILE; -N and --at then find frames at once.\n"
-      "Examples:\n"
-      "  wirelines index big.pcap\n"
-      "  wirelines show -N 900000 big.pcap");
-  app->callback([&run, options] { run = [options](Output&) { return index(*options); }; });
+  auto& app = add_command(program, run, "index", "Note where the frames of a large trace begin",
+                          "Writes FILE.wlx beside each FILE; -N and --at then find frames at once.\n"
+                          "Examples:\n"
+                          "  wirelines index big.pcap\n"
+                          "  wirelines show -N 900000 big.pcap",
+                          [options](Output&) { return index(*options); });
+  add_files(app, options->traces, "Traces in pcap or pcapng form, not compressed", true);
+  add_flag(app, "-q,--quiet", options->quiet, "No summary");
 }
 
 }  // namespace wirelines::host

@@ -201,36 +201,27 @@ int json(const JsonOptions& options, Output& out) {
   return finish(out, walk(options.input, out, {writer, {}}));
 }
 
-LinesWanted lines_wanted(const std::string& text) {
-  if (text == "all") return LinesWanted::kAll;
-  if (text == "fields") return LinesWanted::kFields;
-  if (text == "none") return LinesWanted::kNone;
-  throw CLI::ValidationError("--lines", in_quotes(text) + " is none of all, fields, none");
-}
-
 }  // namespace
 
 void add_json(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("json", "Write frames as JSON Lines, for programs");
   auto options = std::make_shared<JsonOptions>();
-  add_input_options(*app, options->input);
-  add_at_option(*app, options->input);
-  add_jobs_option(*app, options->input);
-  add_charset_option(*app, options->input);
-  add_display_filter_option(*app, options->input);
-  add_lift_option(*app, options->input);
-  add_name_options(*app, options->names);
-  add_utc_option(*app);
-  app->add_option_function<std::string>(
-         "--lines", [options](const std::string& text) { options->lines = lines_wanted(text); },
-         "Without hex lines (the default), all, no decoding")
-      ->type_name("fields|all|none");
-  app->footer(
-      "Times of frames are UTC; --utc is for the text of lines.\n"
-      "Examples:\n"
-      "  wirelines json trace.pcap | jq -r '.lines[].t'\n"
-      "  wirelines json --lines none trace.pcap | jq 'select(.sum.dstPort == 53)'");
-  app->callback([&run, options] { run = [options](Output& out) { return json(*options, out); }; });
+  auto& app = add_command(program, run, "json", "Write frames as JSON Lines, for programs",
+                          "Times of frames are UTC; --utc is for the text of lines.\n"
+                          "Examples:\n"
+                          "  wirelines json trace.pcap | jq -r '.lines[].t'\n"
+                          "  wirelines json --lines none trace.pcap | jq 'select(.sum.dstPort == 53)'",
+                          [options](Output& out) { return json(*options, out); });
+  add_input_options(app, options->input);
+  add_at_option(app, options->input);
+  add_jobs_option(app, options->input);
+  add_charset_option(app, options->input);
+  add_display_filter_option(app, options->input);
+  add_lift_option(app, options->input);
+  add_name_options(app, options->names);
+  add_utc_option(app);
+  add_choice(app, "--lines", options->lines,
+             {{"fields", LinesWanted::kFields}, {"all", LinesWanted::kAll}, {"none", LinesWanted::kNone}},
+             "Without hex lines (the default), all, no decoding");
 }
 
 }  // namespace wirelines::host

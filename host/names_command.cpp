@@ -1,6 +1,7 @@
 // wirelines names: what has a name, where the name comes from, and changes to the user's own file.
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -303,7 +304,7 @@ void add_names(CLI::App& program, Run& run) {
   own(app);
 
   app = command("check", "Report every line that cannot be used", check);
-  app->add_option("FILE", options->files, "Files of names, - for standard input; or the user's own")->type_name("");
+  add_files(*app, options->files, "Files of names, - for standard input; or the user's own", false);
 }
 
 }  // namespace wirelines::host

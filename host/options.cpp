@@ -19,23 +19,8 @@ namespace wirelines::host {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::uint32_t>, 7> kCharsets = {{
-    {"ascii", WIRELINES_ASCII},
-    {"sjis", WIRELINES_SJIS},
-    {"jis", WIRELINES_JIS},
-    {"utf16", WIRELINES_UNICODE},
-    {"euc", WIRELINES_EUC},
-    {"ebcdic", WIRELINES_EBCDIC},
-    {"raw", WIRELINES_EBCDIC + 1},
-}};
-
-std::uint32_t charset(const std::string& name) {
-  std::string known;
-  for (const auto& [charset_name, mode] : kCharsets) {
-    if (charset_name == name) return mode;
-    known += (known.empty() ? "" : ", ") + std::string(charset_name);
-  }
-  throw CLI::ValidationError("--charset", in_quotes(name) + " is none of " + known);
+CLI::Validator from(std::uint64_t least, std::uint64_t most) {
+  return CLI::Range(least, most).description("");  // which the help would show
 }
 
 // A variable that is set to nothing counts as not set.
@@ -59,6 +44,35 @@ void open_live(const CLI::App& app, InputOptions& options) {
 
 }  // namespace
 
+void add_flag(CLI::App& app, const char* names, bool& value, const char* about) {
+  app.add_flag(names, value, about);
+}
+
+void add_number(CLI::App& app, const char* names, std::uint64_t& value, std::uint64_t least, std::uint64_t most,
+                const char* unit, const char* about) {
+  app.add_option(names, value, about)->type_name(unit)->check(from(least, most));
+}
+
+void add_files(CLI::App& app, std::vector<std::string>& files, const char* about, bool required) {
+  app.add_option("FILE", files, about)->type_name("")->required(required);
+}
+
+void add_word(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
+              std::function<void(std::size_t)> choose) {
+  const auto type = CLI::detail::join(words, "|");
+  app.add_option_function<std::string>(
+         names,
+         [names, words = std::move(words), choose = std::move(choose)](const std::string& word) {
+           const auto found = std::find(words.begin(), words.end(), word);
+           if (found == words.end()) {
+             throw CLI::ValidationError(names, in_quotes(word) + " is none of " + CLI::detail::join(words, ", "));
+           }
+           choose(static_cast<std::size_t>(found - words.begin()));
+         },
+         about)
+      ->type_name(type);
+}
+
 std::vector<std::string> InputOptions::traces() const {
   if (at) {
     if (!device && files.empty() && read_files.empty() && frames.all()) return {at_file};
@@ -74,7 +88,7 @@ std::vector<std::string> InputOptions::traces() const {
 }
 
 void add_source_options(CLI::App& app, InputOptions& options) {
-  app.add_option("FILE", options.files, "Traces (or -r FILE): pcap, pcapng, .gz, .zst; - is stdin")->type_name("");
+  add_files(app, options.files, "Traces (or -r FILE): pcap, pcapng, .gz, .zst; - is stdin", false);
   app.add_option("-r,--read", options.read_files)->type_name("FILE")->allow_extra_args(false)->group("");
   add_live_options(app, options.live, false);
   app.parse_complete_callback([&app, &options] {
@@ -104,11 +118,7 @@ void add_choice_options(CLI::App& app, InputOptions& options) {
       ->check([](const std::string& count) {
         return count == "0" ? std::string("at least one frame must be wanted") : std::string();
       });
-  app.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
-}
-
-CLI::Validator from_one_to(std::uint64_t most) {
-  return CLI::Range(std::uint64_t{1}, most).description("");  // which the help would show
+  add_flag(app, "-q,--quiet", options.quiet, "No progress and no summary");
 }
 
 void add_live_options(CLI::App& app, LiveOptions& options, bool in_help) {
@@ -120,14 +130,14 @@ void add_live_options(CLI::App& app, LiveOptions& options, bool in_help) {
   const std::array others = {
       app.add_option("-s,--snaplen", options.snaplen, "At most so many bytes of a frame")
           ->type_name("BYTES")
-          ->check(from_one_to(kLongestFrame)),
+          ->check(from(1, kLongestFrame)),
       app.add_flag("-p,--no-promiscuous", options.no_promiscuous, "Only what the interface takes anyway"),
       app.add_option("--buffer", options.buffer, "Size of the kernel's buffer (default 16)")
           ->type_name("MB")
-          ->check(from_one_to(kMostBuffer)),
+          ->check(from(1, kMostBuffer)),
       app.add_option("--seconds", options.seconds, "End after so many seconds")
           ->type_name("N")
-          ->check(from_one_to(kMostSeconds)),
+          ->check(from(1, kMostSeconds)),
       app.add_option("--user", options.user, "Whom root becomes when the interface is open")->type_name("NAME"),
   };
   for (auto* const option : others) {
@@ -160,13 +170,19 @@ void add_jobs_option(CLI::App& app, InputOptions& options) {
   options.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMostUnlessGiven);
   app.add_option("-j,--jobs", options.jobs, "Threads, unless given one a processor, 8 at most")
       ->type_name("N")
-      ->check(from_one_to(kMost));
+      ->check(from(1, kMost));
 }
 
 void add_charset_option(CLI::App& app, InputOptions& options) {
-  app.add_option_function<std::string>(
-         "--charset", [&options](const std::string& name) { options.charset = charset(name); }, "Text of data blocks")
-      ->type_name("ascii|sjis|jis|utf16|euc|ebcdic|raw");
+  add_choice<std::uint32_t>(app, "--charset", options.charset,
+                            {{"ascii", WIRELINES_ASCII},
+                             {"sjis", WIRELINES_SJIS},
+                             {"jis", WIRELINES_JIS},
+                             {"utf16", WIRELINES_UNICODE},
+                             {"euc", WIRELINES_EUC},
+                             {"ebcdic", WIRELINES_EBCDIC},
+                             {"raw", WIRELINES_EBCDIC + 1}},
+                            "Text of data blocks");
 }
 
 void add_lift_option(CLI::App& app, InputOptions& options) {
@@ -200,22 +216,18 @@ void add_utc_option(CLI::App& app) {
 }
 
 void ColorOption::add(CLI::App& app) {
-  app.add_option("--color", when_, "Auto: on a terminal only")
-      ->type_name("auto|always|never")
-      ->check([](const std::string& when) {
-        const bool known = when == "auto" || when == "always" || when == "never";
-        return known ? "" : in_quotes(when) + " is none of auto, always, never";
-      });
+  add_choice(app, "--color", when_, {{"auto", When::kAuto}, {"always", When::kAlways}, {"never", When::kNever}},
+             "Auto: on a terminal only");
 }
 
 bool ColorOption::wanted() const {
-  if (when_ != "auto") return when_ == "always";
+  if (when_ != When::kAuto) return when_ == When::kAlways;
   const auto terminal = environment("TERM");
   return isatty(STDOUT_FILENO) != 0 && environment("NO_COLOR").empty() && !terminal.empty() && terminal != "dumb";
 }
 
 void add_name_options(CLI::App& app, NameOptions& options) {
-  app.add_flag("-n", options.none, "Show no names of stations, addresses, ports");
+  add_flag(app, "-n", options.none, "Show no names of stations, addresses, ports");
   add_name_file_options(app, options);
 }
 
@@ -223,7 +235,7 @@ void add_name_file_options(CLI::App& app, NameOptions& options) {
   app.add_option("--names", options.files, "Names, on top of the trace's own and the user's")
       ->type_name("FILE")
       ->allow_extra_args(false);
-  app.add_flag("--system-names", options.system, "Also /etc/hosts, /etc/ethers and /etc/services");
+  add_flag(app, "--system-names", options.system, "Also /etc/hosts, /etc/ethers and /etc/services");
 }
 
 }  // namespace wirelines::host

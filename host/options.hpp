@@ -1,24 +1,42 @@
 // Options that several subcommands share.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "commands.hpp"
 #include "device.hpp"
 #include "filter.hpp"
 #include "frame_range.hpp"
 
-// The header itself costs seconds of compiling, and most of those who need the options do not need it.
-namespace CLI {
-class App;
-class Validator;
-}  // namespace CLI
-
 namespace wirelines::host {
+
+// What options are made of. `names` are those of the option, "-q,--quiet".
+void add_flag(CLI::App& app, const char* names, bool& value, const char* about);
+void add_number(CLI::App& app, const char* names, std::uint64_t& value, std::uint64_t least, std::uint64_t most,
+                const char* unit, const char* about);
+void add_files(CLI::App& app, std::vector<std::string>& files, const char* about, bool required);
+
+// One of some words: `choose` is told which of them.
+void add_word(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
+              std::function<void(std::size_t)> choose);
+
+// The same, each with the value that it stands for.
+template <typename Value>
+void add_choice(CLI::App& app, const char* names, Value& value, std::vector<std::pair<std::string, Value>> choices,
+                const char* about) {
+  std::vector<std::string> words;
+  for (const auto& choice : choices) words.push_back(choice.first);
+  const auto choose = [&value, choices](std::size_t i) { value = choices[i].second; };
+  add_word(app, names, std::move(words), about, choose);
+}
 
 // Which frames of which traces or of which interface, and how they are decoded.
 struct InputOptions {
@@ -51,9 +69,6 @@ void add_source_options(CLI::App& app, InputOptions& options);
 // -f, -c and -q.
 void add_choice_options(CLI::App& app, InputOptions& options);
 
-// For numbers from 1 on.
-CLI::Validator from_one_to(std::uint64_t most);
-
 // -i and how to open it; all of them but -i only where `in_help` stand in the help.
 void add_live_options(CLI::App& app, LiveOptions& options, bool in_help);
 
@@ -82,7 +97,8 @@ class ColorOption {
   [[nodiscard]] bool wanted() const;
 
  private:
-  std::string when_ = "auto";
+  enum class When { kAuto, kAlways, kNever };
+  When when_ = When::kAuto;
 };
 
 struct NameOptions {

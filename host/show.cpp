@@ -46,23 +46,22 @@ int show(const ShowOptions& options, Output& out) {
 }  // namespace
 
 void add_show(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("show", "Show the frames of traces, decoded line by line");
   auto options = std::make_shared<ShowOptions>();
-  add_input_options(*app, options->input);
-  add_at_option(*app, options->input);
-  add_jobs_option(*app, options->input);
-  add_charset_option(*app, options->input);
-  add_display_filter_option(*app, options->input);
-  add_lift_option(*app, options->input);
-  add_name_options(*app, options->names);
-  add_utc_option(*app);
-  options->color.add(*app);
-  app->add_flag("--raw", options->raw, "For programs: CODE LEVEL START-END STYLE |TEXT|");
-  app->footer(
-      "Examples:\n"
-      "  wirelines show -N 12 trace.pcap            frame 12\n"
-      "  wirelines show -i eth0 -f 'port 53'        frames as they come");
-  app->callback([&run, options] { run = [options](Output& out) { return show(*options, out); }; });
+  auto& app = add_command(program, run, "show", "Show the frames of traces, decoded line by line",
+                          "Examples:\n"
+                          "  wirelines show -N 12 trace.pcap            frame 12\n"
+                          "  wirelines show -i eth0 -f 'port 53'        frames as they come",
+                          [options](Output& out) { return show(*options, out); });
+  add_input_options(app, options->input);
+  add_at_option(app, options->input);
+  add_jobs_option(app, options->input);
+  add_charset_option(app, options->input);
+  add_display_filter_option(app, options->input);
+  add_lift_option(app, options->input);
+  add_name_options(app, options->names);
+  add_utc_option(app);
+  options->color.add(app);
+  add_flag(app, "--raw", options->raw, "For programs: CODE LEVEL START-END STYLE |TEXT|");
 }
 
 }  // namespace wirelines::host

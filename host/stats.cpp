@@ -15,11 +15,13 @@ namespace wirelines::host {
 
 namespace {
 
+constexpr std::uint64_t kMostRows = 1'000'000'000;
+
 struct StatsOptions {
   InputOptions input;
   NameOptions names;
   ColorOption color;
-  std::size_t top = 10;
+  std::uint64_t top = 10;
   bool json = false;
 };
 
@@ -56,21 +58,20 @@ int stats(const StatsOptions& options, Output& out) {
 }  // namespace
 
 void add_stats(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("stats", "Sum up traces: protocols, talkers, ports, checksums");
   auto options = std::make_shared<StatsOptions>();
-  add_input_options(*app, options->input);
-  add_display_filter_option(*app, options->input);
-  add_lift_option(*app, options->input);
-  add_name_options(*app, options->names);
-  add_utc_option(*app);
-  options->color.add(*app);
-  app->add_option("--top", options->top, "Rows a table (default 10); 0 for all")->type_name("ROWS");
-  app->add_flag("--json", options->json, "One JSON object, for programs");
-  app->footer(
-      "Examples:\n"
-      "  wirelines stats --top 5 trace.pcap         the five busiest of everything\n"
-      "  wirelines stats --json trace.pcap | jq .checksums");
-  app->callback([&run, options] { run = [options](Output& out) { return stats(*options, out); }; });
+  auto& app = add_command(program, run, "stats", "Sum up traces: protocols, talkers, ports, checksums",
+                          "Examples:\n"
+                          "  wirelines stats --top 5 trace.pcap         the five busiest of everything\n"
+                          "  wirelines stats --json trace.pcap | jq .checksums",
+                          [options](Output& out) { return stats(*options, out); });
+  add_input_options(app, options->input);
+  add_display_filter_option(app, options->input);
+  add_lift_option(app, options->input);
+  add_name_options(app, options->names);
+  add_utc_option(app);
+  options->color.add(app);
+  add_number(app, "--top", options->top, 0, kMostRows, "ROWS", "Rows a table (default 10); 0 for all");
+  add_flag(app, "--json", options->json, "One JSON object, for programs");
 }
 
 }  // namespace wirelines::host

@@ -34,8 +34,8 @@ int run_viewer([[maybe_unused]] char** argv) {
 }
 
 // For the list of subcommands.
-void add_view(CLI::App& program, Run& /*run*/) {
-  program.add_subcommand("view", kViewerDescription);
+void add_view(CLI::App& program, Run& run) {
+  add_command(program, run, "view", kViewerDescription, "", {});
 }
 
 }  // namespace wirelines::host

@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <wirelines.h>
 
+#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
@@ -114,7 +115,7 @@ void add_view(CLI::App& program, Run& run) {
   add_source_options(*app, options->input);
   app->add_option("-f,--filter", options->input.filter, "Of -i: only frames that this BPF expression lets through")
       ->type_name("EXPR");
-  app->add_flag("--no-open", options->no_open, "Print the address, but open no browser");
+  add_flag(*app, "--no-open", options->no_open, "Print the address, but open no browser");
   app->add_option("--port", options->port, "Serve at this port of the loopback interface")
       ->type_name("PORT")
       ->check(CLI::Range(1, 65535).description(""));

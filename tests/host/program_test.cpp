@@ -171,7 +171,7 @@ TEST_F(Program, exit_codes_and_messages) {
       {"$W show -c x $T", 64, "wirelines: "},
       {"$W show -N 0 $T", 64, "wirelines: --frames: "},
       {"$W show -N 1,x $T", 64, "wirelines: --frames: 'x'"},
-      {"$W json --lines some $T", 64, "wirelines: --lines: 'some' is none of all, fields, none"},
+      {"$W json --lines some $T", 64, "wirelines: --lines: 'some' is none of fields, all, none"},
       {"$W classify -T csv $T", 64, "wirelines: -T: 'csv' is none of tsv, jsonl"},
       {"$W classify --schema sql", 64, "wirelines: --schema: 'sql' is none of clickhouse, json"},
       {"$W stats --top x $T", 64, "wirelines: "},
