@@ -1,6 +1,7 @@
 // Options that several subcommands share.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -32,8 +33,8 @@ void add_word(CLI::App& app, const char* names, std::vector<std::string> words, 
 template <typename Value>
 void add_choice(CLI::App& app, const char* names, Value& value, std::vector<std::pair<std::string, Value>> choices,
                 const char* about) {
-  std::vector<std::string> words;
-  for (const auto& choice : choices) words.push_back(choice.first);
+  std::vector<std::string> words(choices.size());
+  std::transform(choices.begin(), choices.end(), words.begin(), [](const auto& choice) { return choice.first; });
   const auto choose = [&value, choices](std::size_t i) { value = choices[i].second; };
   add_word(app, names, std::move(words), about, choose);
 }
