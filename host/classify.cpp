@@ -192,9 +192,9 @@ void add_classify(CLI::App& program, Run& run) {
   add_display_filter_option(app, options->input);
   add_lift_option(app, options->input);
   add_name_file_options(app, options->names);
-  add_choice(app, "-T", options->form, {{"tsv", Form::kTsv}, {"jsonl", Form::kJsonl}},
+  add_one_of(app, "-T", options->form, {{"tsv", Form::kTsv}, {"jsonl", Form::kJsonl}},
              "Form of the rows: tab-separated, or JSON");
-  add_choice(app, "--schema", options->schema, {{"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson}},
+  add_one_of(app, "--schema", options->schema, {{"clickhouse", Schema::kClickHouse}, {"json", Schema::kJson}},
              "Print the definition of a row and end");
 }
 

@@ -219,7 +219,7 @@ void add_json(CLI::App& program, Run& run) {
   add_lift_option(app, options->input);
   add_name_options(app, options->names);
   add_utc_option(app);
-  add_choice(app, "--lines", options->lines,
+  add_one_of(app, "--lines", options->lines,
              {{"fields", LinesWanted::kFields}, {"all", LinesWanted::kAll}, {"none", LinesWanted::kNone}},
              "Without hex lines (the default), all, no decoding");
 }

@@ -57,8 +57,8 @@ void add_files(CLI::App& app, std::vector<std::string>& files, const char* about
   app.add_option("FILE", files, about)->type_name("")->required(required);
 }
 
-void add_word(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
-              std::function<void(std::size_t)> choose) {
+void add_one_of_words(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
+                      std::function<void(std::size_t)> choose) {
   const auto type = CLI::detail::join(words, "|");
   app.add_option_function<std::string>(
          names,
@@ -174,7 +174,7 @@ void add_jobs_option(CLI::App& app, InputOptions& options) {
 }
 
 void add_charset_option(CLI::App& app, InputOptions& options) {
-  add_choice<std::uint32_t>(app, "--charset", options.charset,
+  add_one_of<std::uint32_t>(app, "--charset", options.charset,
                             {{"ascii", WIRELINES_ASCII},
                              {"sjis", WIRELINES_SJIS},
                              {"jis", WIRELINES_JIS},
@@ -216,7 +216,7 @@ void add_utc_option(CLI::App& app) {
 }
 
 void ColorOption::add(CLI::App& app) {
-  add_choice(app, "--color", when_, {{"auto", When::kAuto}, {"always", When::kAlways}, {"never", When::kNever}},
+  add_one_of(app, "--color", when_, {{"auto", When::kAuto}, {"always", When::kAlways}, {"never", When::kNever}},
              "Auto: on a terminal only");
 }
 

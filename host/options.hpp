@@ -26,17 +26,17 @@ void add_number(CLI::App& app, const char* names, std::uint64_t& value, std::uin
 void add_files(CLI::App& app, std::vector<std::string>& files, const char* about, bool required);
 
 // One of some words: `choose` is told which of them.
-void add_word(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
-              std::function<void(std::size_t)> choose);
+void add_one_of_words(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
+                      std::function<void(std::size_t)> choose);
 
 // The same, each with the value that it stands for.
 template <typename Value>
-void add_choice(CLI::App& app, const char* names, Value& value, std::vector<std::pair<std::string, Value>> choices,
+void add_one_of(CLI::App& app, const char* names, Value& value, std::vector<std::pair<std::string, Value>> choices,
                 const char* about) {
   std::vector<std::string> words(choices.size());
   std::transform(choices.begin(), choices.end(), words.begin(), [](const auto& choice) { return choice.first; });
   const auto choose = [&value, choices](std::size_t i) { value = choices[i].second; };
-  add_word(app, names, std::move(words), about, choose);
+  add_one_of_words(app, names, std::move(words), about, choose);
 }
 
 // Which frames of which traces or of which interface, and how they are decoded.
