@@ -7,9 +7,9 @@ namespace wirelines::host {
 
 namespace {
 
-// A batch is work for a good part of a millisecond, so that handing it over costs little beside it.
-constexpr std::size_t kBatchFrames = 128;
-constexpr std::size_t kBatchBytes = 65536;  // the last frame may go beyond
+// A batch is work for about a tenth of a millisecond or more, so that handing it over costs little beside it.
+constexpr std::size_t kBatchFrames = 256;
+constexpr std::size_t kBatchBytes = 131072;  // the last frame may go beyond
 constexpr std::size_t kBatchesPerThread = 4;
 
 }  // namespace
