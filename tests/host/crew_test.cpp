@@ -127,7 +127,7 @@ TEST_F(Jobs, memory_does_not_grow_with_the_trace) {
   GTEST_SKIP() << "a sanitizer needs memory of its own";
 #endif
 #endif
-  const auto once = long_trace("once.pcap", 2);
+  const auto once = long_trace("once.pcap", 10);  // every batch that there can be is filled
   const auto often = long_trace("often.pcap", 40);
   ASSERT_GT(std::filesystem::file_size(often), 8'000'000U);
   for (const std::string command : {"show", "list", "json", "stats"}) {
