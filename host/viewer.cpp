@@ -28,7 +28,7 @@ int run_viewer([[maybe_unused]] char** argv) {
   }
   complain(viewer.string() + ", which serves the page, cannot be run: " + error_text(errno));
 #else
-  complain("this program was built without the viewer's page (WIRELINES_VIEWER=OFF)");
+  complain("this program was built without the viewer, whose page takes npm to build: see docs/viewer.md");
 #endif
   return EX_UNAVAILABLE;
 }
