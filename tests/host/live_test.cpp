@@ -298,7 +298,8 @@ TEST_F(Live, ends_when_the_interface_goes) {
 
 TEST_F(Live, keeps_what_a_full_disk_holds) {
   ASSERT_EQ(unshare(CLONE_NEWNS), 0);
-  ASSERT_EQ(run("mount --make-rprivate / && mkdir full && mount -t tmpfs -o size=64k none full").exit_code, 0);
+  const auto mounted = run("mount --make-rprivate / && mkdir full && mount -t tmpfs -o size=64k none full");
+  if (mounted.exit_code != 0) GTEST_SKIP() << "needs a mount of its own: " << mounted.err;
   start("exec $W capture -i v1 -w full/a");
   send(0, 10, 1000);
   EXPECT_TRUE(soon([&] { return contents(folder_.path("full/a")).size() == 24 + 10 * 1016; }));
