@@ -127,15 +127,17 @@ TEST_F(Jobs, memory_does_not_grow_with_the_trace) {
   GTEST_SKIP() << "a sanitizer needs memory of its own";
 #endif
 #endif
-  const auto once = long_trace("once.pcap", 2'000'000);  // every batch that there can be is filled
-  const auto often = long_trace("often.pcap", 8'000'000);
+  // Batches keep room for the longest text they ever held, and which one that is comes by chance: with threads, what
+  // is let pass is far above that, and half of the bytes that the longer trace has more.
+  const auto once = long_trace("once.pcap", 8'000'000);
+  const auto often = long_trace("often.pcap", 40'000'000);
   for (const std::string command : {"show", "list", "json", "stats"}) {
     for (const std::string jobs : {"1", "4"}) {
       std::vector<std::string> arguments = {command, once};
       if (command != "stats") arguments.insert(arguments.end(), {"-j", jobs});
       const auto little = peak_memory(arguments);
       arguments[1] = often;
-      EXPECT_LT(peak_memory(arguments), little + 6000) << command << " -j " << jobs;
+      EXPECT_LT(peak_memory(arguments), little + (jobs == "1" ? 1000 : 16000)) << command << " -j " << jobs;
     }
   }
 }
