@@ -1,7 +1,6 @@
 // wirelines capture: frames from an interface to files.
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <ctime>
 #include <memory>
@@ -77,45 +76,43 @@ void check(const CaptureOptions& options) {
   const auto& record = options.record;
   const bool several = record.size > 0 || record.seconds > 0;
   if (options.input.live.interface.empty()) {
-    throw CLI::RequiredError("-i NAME: the interface, one of those that -D lists,");
+    throw UsageError("-i NAME: the interface, one of those that -D lists, is required");
   }
   if (record.files > 0 && !several) {
-    throw CLI::ValidationError("--files", "needs --file-size or --file-seconds, which end a file");
+    throw UsageError("--files: needs --file-size or --file-seconds, which end a file");
   }
   if (record.file != "-") return;
-  if (several) throw CLI::ValidationError("-w", "standard output is only one file");
+  if (several) throw UsageError("-w: standard output is only one file");
   if (isatty(STDOUT_FILENO) != 0) {
-    throw CLI::ValidationError(
-        "-w", "standard output is a terminal; to see frames: wirelines list -i " + options.input.live.interface);
+    throw UsageError("-w: standard output is a terminal; to see frames: wirelines list -i " +
+                     options.input.live.interface);
   }
 }
 
 }  // namespace
 
 void add_capture(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("capture", "Capture from an interface to files");
   auto options = std::make_shared<CaptureOptions>();
+  auto& app = add_command(program, run, "capture", "Capture from an interface to files",
+                          "Examples:\n"
+                          "  wirelines capture -i eth0 -w trace.pcap -f 'port 53'\n"
+                          "  wirelines capture -i eth0 --file-size 100 --files 10   the last 900 MB or more",
+                          [options](Output& out) { return capture(*options, out); });
+  auto& input = options->input;
   auto& record = options->record;
   constexpr std::uint64_t kMost = 1'000'000'000;
-  add_live_options(*app, options->input.live, true);
-  app->add_option("-w,--write", record.file, "The file, - for standard output (default NAME_TIME.pcap)")
-      ->type_name("FILE");
-  add_number(*app, "--file-size", options->megabytes, 1, kMost, "MB",
+  add_live_options(app, input.live, true);
+  add_text(app, "-w,--write", record.file, "FILE", "The file, - for standard output (default NAME_TIME.pcap)");
+  add_number(app, "--file-size", options->megabytes, 1, kMost, "MB",
              "Begin another file, FILE_NUMBER_TIME, before this size");
-  add_number(*app, "--file-seconds", record.seconds, 1, kMost, "N", "Begin another file after so many seconds");
-  add_number(*app, "--files", record.files, 1, kMost, "N", "Keep so many files: the oldest is removed");
-  add_choice_options(*app, options->input);
-  add_flag(*app, "-D,--interfaces", options->list, "List the interfaces and end");
-  app->footer(
-      "Examples:\n"
-      "  wirelines capture -i eth0 -w trace.pcap -f 'port 53'\n"
-      "  wirelines capture -i eth0 --file-size 100 --files 10   the last 900 MB or more");
-  app->callback([&run, options] {
+  add_number(app, "--file-seconds", record.seconds, 1, kMost, "N", "Begin another file after so many seconds");
+  add_number(app, "--files", record.files, 1, kMost, "N", "Keep so many files: the oldest is removed");
+  add_choice_options(app, input);
+  add_flag(app, "-D,--interfaces", options->list, "List the interfaces and end");
+  when_understood(app, [&input, options = options.get()] {
     options->record.size = options->megabytes * 1'000'000;
     check(*options);
-    auto& input = options->input;
     if (!options->list) input.device = std::make_shared<Device>(input.live, input.filter, Device::Use::kRecord);
-    run = [options](Output& out) { return capture(*options, out); };
   });
 }
 

@@ -1,24 +1,63 @@
 #include "command_line.hpp"
 
-#include <sysexits.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <CLI/CLI.hpp>
+#include <charconv>
 #include <csignal>
 #include <exception>
+#include <limits>
 #include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "failure.hpp"
-#include "help.hpp"
 #include "rights.hpp"
 #include "walk.hpp"
 
 namespace wirelines::host {
 
 namespace {
+
+// What --help prints: few lines, so that with its examples it fits a screen. Each option, argument and subcommand is
+// one of them: two blanks, its names ("-r,--read"), its value ("FILE", or the choice "auto|always|never"), at least two
+// blanks, and what it is for; completions read that, see completion/.
+class HelpFormatter : public CLI::FormatterBase {
+ public:
+  std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode /*mode*/) const override {
+    std::string text = app->get_description() + "\nUsage: " + name + arguments(*app) + "\n";
+    for (const bool positional : {true, false}) {
+      for (const auto* option : app->get_options()) {
+        const bool listed = option != app->get_help_ptr() && !option->get_group().empty();
+        if (listed && option->get_positional() == positional) text += row(*option);
+      }
+    }
+    for (const auto* command : app->get_subcommands({})) {
+      text += row("  " + command->get_name(), command->get_description());
+    }
+    return text + "\n" + app->get_footer() + "\n";
+  }
+
+ private:
+  static std::string row(std::string text, const std::string& description) {
+    constexpr std::size_t kColumn = 24;  // where descriptions begin, unless what stands before is longer
+    text.resize(std::max(kColumn, text.size() + 2), ' ');
+    return text + description + "\n";
+  }
+
+  static std::string row(const CLI::Option& option) {
+    const auto value = option.get_type_name();
+    return row("  " + option.get_name(option.get_positional(), true) + (value.empty() ? "" : " " + value),
+               option.get_description());
+  }
+
+  // "[OPTIONS] KIND KEY [FILE...]"
+  static std::string arguments(const CLI::App& app) {
+    std::string text = " [OPTIONS]";
+    for (const auto* option : app.get_options([](const CLI::Option* o) { return o->get_positional(); })) {
+      const auto name = option->get_name(true) + (option->get_expected_max() > 1 ? "..." : "");
+      text += option->get_required() ? " " + name : " [" + name + "]";
+    }
+    return app.get_subcommands({}).empty() ? text : text + " SUBCOMMAND";
+  }
+};
 
 // Empty when `name` is a subcommand, otherwise what is wrong.
 std::string not_a_command(CLI::App& program, const std::string& name) {
@@ -45,6 +84,26 @@ int parse(CLI::App& program, int argc, char** argv, Output& out) {
   }
   program.parse(argc, argv);
   return 0;
+}
+
+// An option that is told nothing about does not stand in the help.
+CLI::Option* list(CLI::Option* option) {
+  if (option->get_description().empty()) option->group("");
+  return option;
+}
+
+// "--quiet" of "-q,--quiet".
+std::string long_name(std::string_view names) {
+  return std::string(names.substr(names.find(',') + 1));
+}
+
+int usage_error(const CLI::App& program, const std::exception& error) {
+  std::string command = "wirelines";
+  for (auto chosen = program.get_subcommands(); !chosen.empty(); chosen = chosen[0]->get_subcommands()) {
+    command += " " + chosen[0]->get_name();
+  }
+  complain(std::string(error.what()) + " (see " + command + " --help)");
+  return EX_USAGE;
 }
 
 int run_program(int argc, char** argv, std::span<const Command> commands) {
@@ -78,12 +137,9 @@ int run_program(int argc, char** argv, std::span<const Command> commands) {
     out.append('\n');
     return finish(out, 0);
   } catch (const CLI::ParseError& error) {
-    std::string command = "wirelines";
-    for (auto chosen = program.get_subcommands(); !chosen.empty(); chosen = chosen[0]->get_subcommands()) {
-      command += " " + chosen[0]->get_name();
-    }
-    complain(std::string(error.what()) + " (see " + command + " --help)");
-    return EX_USAGE;
+    return usage_error(program, error);
+  } catch (const UsageError& error) {
+    return usage_error(program, error);
   } catch (const Failure& failure) {
     complain_of(failure);
     return failure.exit_code();
@@ -91,14 +147,6 @@ int run_program(int argc, char** argv, std::span<const Command> commands) {
 }
 
 }  // namespace
-
-CLI::App& add_command(CLI::App& program, Run& run, const char* name, const char* about, const char* help_end,
-                      Run action) {
-  auto* const command = program.add_subcommand(name, about);
-  command->footer(help_end);
-  command->callback([&run, action = std::move(action)] { run = action; });
-  return *command;
-}
 
 int run_command_line(int argc, char** argv, std::span<const Command> commands) {
 #ifdef SIGPIPE
@@ -110,6 +158,91 @@ int run_command_line(int argc, char** argv, std::span<const Command> commands) {
     complain(error.what());
     return EX_OSERR;
   }
+}
+
+CLI::App& add_command(CLI::App& parent, Run& run, const char* name, const char* about, const char* help_end,
+                      Run action) {
+  auto* const command = parent.add_subcommand(name, about);
+  if (*help_end != '\0') command->footer(help_end);
+  command->callback([&run, action = std::move(action)] { run = action; });
+  return *command;
+}
+
+CLI::App& add_command_group(CLI::App& parent, const char* name, const char* about, const char* help_end) {
+  auto* const group = parent.add_subcommand(name, about);
+  group->footer(help_end);
+  group->require_subcommand(1);
+  return *group;
+}
+
+void add_flag(CLI::App& app, const char* names, bool& value, const char* about) {
+  list(app.add_flag(names, value, about));
+}
+
+void add_flag(CLI::App& app, const char* names, std::function<void()> action, const char* about) {
+  list(app.add_flag_callback(names, std::move(action), about));
+}
+
+void add_text(CLI::App& app, const char* names, std::string& value, const char* type, const char* about) {
+  list(app.add_option(names, value, about))->type_name(type);
+}
+
+void add_text(CLI::App& app, const char* names, const std::function<void(const std::string&)>& take, const char* type,
+              const char* about) {
+  list(app.add_option_function<std::string>(names, take, about))->type_name(type);
+}
+
+void add_texts(CLI::App& app, const char* names, std::vector<std::string>& values, const char* type,
+               const char* about) {
+  list(app.add_option(names, values, about))->type_name(type)->allow_extra_args(false);
+}
+
+void add_number(CLI::App& app, const char* names, std::function<void(std::uint64_t)> take, std::uint64_t least,
+                std::uint64_t most, const char* type, const char* about) {
+  const auto read = [=, take = std::move(take)](const std::string& text) {
+    const auto* const end = text.data() + text.size();
+    std::uint64_t number = 0;
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || last != end || number < least || number > most) {
+      const auto range = most != std::numeric_limits<std::uint64_t>::max()
+                             ? "from " + std::to_string(least) + " to " + std::to_string(most)
+                             : "of " + std::to_string(least) + " or more";
+      throw UsageError(long_name(names) + ": " + in_quotes(text) + " is not a number " + range);
+    }
+    take(number);
+  };
+  add_text(app, names, read, type, about);
+}
+
+void add_one_of_words(CLI::App& app, const char* names, std::vector<std::string> words,
+                      std::function<void(std::size_t)> choose, const char* about) {
+  const auto type = CLI::detail::join(words, "|");
+  const auto read = [names, words = std::move(words), choose = std::move(choose)](const std::string& word) {
+    const auto found = std::find(words.begin(), words.end(), word);
+    if (found == words.end()) {
+      throw UsageError(long_name(names) + ": " + in_quotes(word) + " is none of " + CLI::detail::join(words, ", "));
+    }
+    choose(static_cast<std::size_t>(found - words.begin()));
+  };
+  add_text(app, names, read, type.c_str(), about);
+}
+
+void add_argument(CLI::App& app, const char* name, std::string& value, const char* choice, const char* about) {
+  app.add_option(name, value, about)->required()->type_name(choice);
+}
+
+void add_files(CLI::App& app, std::vector<std::string>& files, const char* about, bool required) {
+  app.add_option("FILE", files, about)->type_name("")->required(required);
+}
+
+void when_understood(CLI::App& app, std::function<void()> action) {
+  app.parse_complete_callback([&app, action = std::move(action)] {
+    if (app.remaining_size() == 0) action();  // what is left is an error, told soon
+  });
+}
+
+bool is_given(const CLI::App& app, const char* name) {
+  return app.count(name) > 0;
 }
 
 }  // namespace wirelines::host

@@ -7,7 +7,6 @@
 
 #include "output.hpp"
 
-// The header itself costs seconds of compiling, and most of those who add options do not need it.
 namespace CLI {
 class App;
 }
@@ -16,10 +15,6 @@ namespace wirelines::host {
 
 // What the chosen subcommand does when the command line is understood; returns the exit code.
 using Run = std::function<int(Output&)>;
-
-// Adds a subcommand: what it is for, what its help ends with, and what it does when it is chosen.
-CLI::App& add_command(CLI::App& program, Run& run, const char* name, const char* about, const char* help_end,
-                      Run action);
 
 using AddCommand = void(CLI::App& program, Run& run);
 

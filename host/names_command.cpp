@@ -1,7 +1,6 @@
 // wirelines names: what has a name, where the name comes from, and changes to the user's own file.
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -26,7 +25,8 @@ struct NamesOptions {
   std::vector<std::string> traces;
   std::string own_file;
   std::string kind, key, name, format;
-  std::vector<std::string> files;
+  std::string import_file;
+  std::vector<std::string> files;  // to check
 };
 
 struct Named {
@@ -204,7 +204,7 @@ int import(const NamesOptions& options, Output& out) {
     throw Failure(EX_USAGE, in_quotes(options.format) + " is none of hosts, ethers, services");
   }
   int exit_code = 0;
-  const auto from = options.files[0] == "-" ? "/dev/stdin" : options.files[0];
+  const auto from = options.import_file == "-" ? "/dev/stdin" : options.import_file;
   load({from, format->second}, [&exit_code](const std::string& message) {
     complain(message);
     exit_code = EX_DATAERR;
@@ -246,65 +246,56 @@ int check(const NamesOptions& options, Output& out) {
 }  // namespace
 
 void add_names(CLI::App& program, Run& run) {
-  auto* names = program.add_subcommand("names", "List and change the names of stations, addresses, ports");
-  names->require_subcommand(1);
-  names->footer(  // the commands inherit it
-      "The user's own file is ~/.config/wirelines/names, or in XDG_CONFIG_HOME. Exit\n"
-      "codes: 0, 64 usage, 65 bad lines, 66 no such file or name, 74 not written, 77\n"
-      "no permission.\n"
-      "Examples:\n"
-      "  wirelines names add station 00:00:5E:00:53:01 router\n"
-      "  wirelines names import hosts /etc/hosts\n"
-      "  wirelines names which 192.0.2.1 --system-names");
+  auto& names = add_command_group(program, "names", "List and change the names of stations, addresses, ports",
+                                  "The user's own file is ~/.config/wirelines/names, or in XDG_CONFIG_HOME. Exit\n"
+                                  "codes: 0, 64 usage, 65 bad lines, 66 no such file or name, 74 not written, 77\n"
+                                  "no permission.\n"
+                                  "Examples:\n"
+                                  "  wirelines names add station 00:00:5E:00:53:01 router\n"
+                                  "  wirelines names import hosts /etc/hosts\n"
+                                  "  wirelines names which 192.0.2.1 --system-names");
   auto options = std::make_shared<NamesOptions>();
 
-  const auto command = [&](const char* name, const char* what, int (*action)(const NamesOptions&, Output&)) {
-    auto* app = names->add_subcommand(name, what);
-    app->callback([&run, options, action] { run = [options, action](Output& out) { return action(*options, out); }; });
-    return app;
+  const auto command = [&](const char* name, const char* what,
+                           int (*action)(const NamesOptions&, Output&)) -> CLI::App& {
+    return add_command(names, run, name, what, "", [options, action](Output& out) { return action(*options, out); });
   };
-  const auto positional = [](CLI::App* app, const char* name, std::string& value, const char* what,
-                             const char* choice = "") {
-    app->add_option(name, value, what)->required()->type_name(choice);
+  const auto sources = [&](CLI::App& app) {
+    add_texts(app, "--trace", options->traces, "FILE", "Also the names beside a trace: FILE.names");
+    add_name_file_options(app, options->sources);
   };
-  const auto sources = [&](CLI::App* app) {
-    app->add_option("--trace", options->traces, "Also the names beside a trace: FILE.names")
-        ->type_name("FILE")
-        ->allow_extra_args(false);
-    add_name_file_options(*app, options->sources);
+  const auto kind_and_key = [&](CLI::App& app) {
+    add_argument(app, "KIND", options->kind, "station|ip|ip6|port|sap|type", "What it is the name of");
+    add_argument(app, "KEY", options->key, "", "An address or number of that kind");
   };
-  const auto kind_and_key = [&](CLI::App* app) {
-    positional(app, "KIND", options->kind, "What it is the name of", "station|ip|ip6|port|sap|type");
-    positional(app, "KEY", options->key, "An address or number of that kind");
-  };
-  const auto own = [&](CLI::App* app) {
-    app->add_option("--file", options->own_file, "The file to change, instead of the user's own")->type_name("FILE");
+  const auto own = [&](CLI::App& app) {
+    add_text(app, "--file", options->own_file, "FILE", "The file to change, instead of the user's own");
   };
 
   sources(command("list", "All names in force, each with its file", list));
 
-  auto* app = command("which", "The files that name a key: first the one that counts", which);
-  positional(app, "KEY", options->key, "An address or number of any kind");
-  sources(app);
+  auto& key = command("which", "The files that name a key: first the one that counts", which);
+  add_argument(key, "KEY", options->key, "", "An address or number of any kind");
+  sources(key);
 
-  app = command("add", "Name a key, or name it anew",
-                [](const NamesOptions& given, Output& /*out*/) { return add(given); });
-  kind_and_key(app);
-  positional(app, "NAME", options->name, "Its name; in quotes when it holds blanks");
-  own(app);
+  auto& added = command("add", "Name a key, or name it anew",
+                        [](const NamesOptions& given, Output& /*out*/) { return add(given); });
+  kind_and_key(added);
+  add_argument(added, "NAME", options->name, "", "Its name; in quotes when it holds blanks");
+  own(added);
 
-  app = command("remove", "Forget the name of a key",
-                [](const NamesOptions& given, Output& /*out*/) { return remove(given); });
-  kind_and_key(app);
-  own(app);
+  auto& removed = command("remove", "Forget the name of a key",
+                          [](const NamesOptions& given, Output& /*out*/) { return remove(given); });
+  kind_and_key(removed);
+  own(removed);
 
-  app = command("import", "Take over names from a file of the system's kinds", import);
-  positional(app, "FORMAT", options->format, "What the file is", "hosts|ethers|services");
-  app->add_option("FILE", options->files, "The file; - is standard input")->required()->expected(1)->type_name("");
-  own(app);
+  auto& imported = command("import", "Take over names from a file of the system's kinds", import);
+  add_argument(imported, "FORMAT", options->format, "hosts|ethers|services", "What the file is");
+  add_argument(imported, "FILE", options->import_file, "", "The file; - is standard input");
+  own(imported);
 
-  app = command("check", "Report every line that cannot be used", check);
-  add_files(*app, options->files, "Files of names, - for standard input; or the user's own", false);
+  add_files(command("check", "Report every line that cannot be used", check), options->files,
+            "Files of names, - for standard input; or the user's own", false);
 }
 
 }  // namespace wirelines::host

@@ -1,43 +1,19 @@
 // Options that several subcommands share.
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "device.hpp"
 #include "filter.hpp"
 #include "frame_range.hpp"
 
 namespace wirelines::host {
-
-// What options are made of. `names` are those of the option, "-q,--quiet".
-void add_flag(CLI::App& app, const char* names, bool& value, const char* about);
-void add_number(CLI::App& app, const char* names, std::uint64_t& value, std::uint64_t least, std::uint64_t most,
-                const char* unit, const char* about);
-void add_files(CLI::App& app, std::vector<std::string>& files, const char* about, bool required);
-
-// One of some words: `choose` is told which of them.
-void add_one_of_words(CLI::App& app, const char* names, std::vector<std::string> words, const char* about,
-                      std::function<void(std::size_t)> choose);
-
-// The same, each with the value that it stands for.
-template <typename Value>
-void add_one_of(CLI::App& app, const char* names, Value& value, std::vector<std::pair<std::string, Value>> choices,
-                const char* about) {
-  std::vector<std::string> words(choices.size());
-  std::transform(choices.begin(), choices.end(), words.begin(), [](const auto& choice) { return choice.first; });
-  const auto choose = [&value, choices](std::size_t i) { value = choices[i].second; };
-  add_one_of_words(app, names, std::move(words), about, choose);
-}
 
 // Which frames of which traces or of which interface, and how they are decoded.
 struct InputOptions {

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "failure.hpp"
 
 namespace wirelines::host {

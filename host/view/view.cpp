@@ -5,7 +5,6 @@
 #include <unistd.h>
 #include <wirelines.h>
 
-#include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
@@ -94,6 +93,9 @@ void serve(const ViewOptions& options, FrameStore& store, NameBoard& names, cons
 }
 
 int view(const ViewOptions& options, Output& out) {
+  if (!options.input.filter.empty() && !options.input.device) {
+    throw UsageError("-f: only frames of an interface can be chosen here; the page has a filter");
+  }
   if (options.input.charset > WIRELINES_EBCDIC)
     throw Failure(EX_USAGE, "--charset raw: the page has no such character set");
   auto store = open_store(options.input);  // a signal that comes now still ends the program by itself
@@ -110,32 +112,24 @@ int view(const ViewOptions& options, Output& out) {
 }  // namespace
 
 void add_view(CLI::App& program, Run& run) {
-  auto* app = program.add_subcommand("view", kViewerDescription);
   auto options = std::make_shared<ViewOptions>();
-  add_source_options(*app, options->input);
-  app->add_option("-f,--filter", options->input.filter, "Of -i: only frames that this BPF expression lets through")
-      ->type_name("EXPR");
-  add_flag(*app, "--no-open", options->no_open, "Print the address, but open no browser");
-  app->add_option("--port", options->port, "Serve at this port of the loopback interface")
-      ->type_name("PORT")
-      ->check(CLI::Range(1, 65535).description(""));
-  add_charset_option(*app, options->input);
-  add_lift_option(*app, options->input);
-  add_name_options(*app, options->names);
-  add_utc_option(*app);
-  app->add_option("--assets", options->assets)->group("");  // for those who work on the page
-  app->footer(
-      "The page is served on this machine alone, at an address that cannot be guessed,\n"
-      "until Ctrl-C.\n"
-      "Examples:\n"
-      "  wirelines view trace.pcap                  list, lines and bytes of a trace\n"
-      "  wirelines view -i eth0                     frames as they come");
-  app->callback([&run, options] {
-    if (!options->input.filter.empty() && !options->input.device) {
-      throw CLI::ValidationError("-f", "only frames of an interface can be chosen here; the page has a filter");
-    }
-    run = [options](Output& out) { return view(*options, out); };
-  });
+  auto& app = add_command(program, run, "view", kViewerDescription,
+                          "The page is served on this machine alone, at an address that cannot be guessed,\n"
+                          "until Ctrl-C.\n"
+                          "Examples:\n"
+                          "  wirelines view trace.pcap                  list, lines and bytes of a trace\n"
+                          "  wirelines view -i eth0                     frames as they come",
+                          [options](Output& out) { return view(*options, out); });
+  add_source_options(app, options->input);
+  add_text(app, "-f,--filter", options->input.filter, "EXPR",
+           "Of -i: only frames that this BPF expression lets through");
+  add_flag(app, "--no-open", options->no_open, "Print the address, but open no browser");
+  add_number(app, "--port", options->port, 1, 65535, "PORT", "Serve at this port of the loopback interface");
+  add_charset_option(app, options->input);
+  add_lift_option(app, options->input);
+  add_name_options(app, options->names);
+  add_utc_option(app);
+  add_text(app, "--assets", options->assets, "FOLDER", "");  // for those who work on the page
 }
 
 }  // namespace wirelines::host
