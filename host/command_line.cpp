@@ -25,8 +25,8 @@ class HelpFormatter : public CLI::FormatterBase {
     std::string text = app->get_description() + "\nUsage: " + name + arguments(*app) + "\n";
     for (const bool positional : {true, false}) {
       for (const auto* option : app->get_options()) {
-        const bool listed = option != app->get_help_ptr() && !option->get_group().empty();
-        if (listed && option->get_positional() == positional) text += row(*option);
+        const bool in_help = option != app->get_help_ptr() && !option->get_group().empty();
+        if (in_help && option->get_positional() == positional) text += row(*option);
       }
     }
     for (const auto* command : app->get_subcommands({})) {
@@ -87,7 +87,7 @@ int parse(CLI::App& program, int argc, char** argv, Output& out) {
 }
 
 // An option that is told nothing about does not stand in the help.
-CLI::Option* list(CLI::Option* option) {
+CLI::Option* listed(CLI::Option* option) {
   if (option->get_description().empty()) option->group("");
   return option;
 }
@@ -176,25 +176,25 @@ CLI::App& add_command_group(CLI::App& parent, const char* name, const char* abou
 }
 
 void add_flag(CLI::App& app, const char* names, bool& value, const char* about) {
-  list(app.add_flag(names, value, about));
+  listed(app.add_flag(names, value, about));
 }
 
 void add_flag(CLI::App& app, const char* names, std::function<void()> action, const char* about) {
-  list(app.add_flag_callback(names, std::move(action), about));
+  listed(app.add_flag_callback(names, std::move(action), about));
 }
 
 void add_text(CLI::App& app, const char* names, std::string& value, const char* type, const char* about) {
-  list(app.add_option(names, value, about))->type_name(type);
+  listed(app.add_option(names, value, about))->type_name(type);
 }
 
 void add_text(CLI::App& app, const char* names, const std::function<void(const std::string&)>& take, const char* type,
               const char* about) {
-  list(app.add_option_function<std::string>(names, take, about))->type_name(type);
+  listed(app.add_option_function<std::string>(names, take, about))->type_name(type);
 }
 
 void add_texts(CLI::App& app, const char* names, std::vector<std::string>& values, const char* type,
                const char* about) {
-  list(app.add_option(names, values, about))->type_name(type)->allow_extra_args(false);
+  listed(app.add_option(names, values, about))->type_name(type)->allow_extra_args(false);
 }
 
 void add_number(CLI::App& app, const char* names, std::function<void(std::uint64_t)> take, std::uint64_t least,
