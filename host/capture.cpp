@@ -5,7 +5,7 @@
 #include <ctime>
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "device.hpp"
 #include "failure.hpp"
 #include "options.hpp"

@@ -2,7 +2,7 @@
 #include <map>
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "failure.hpp"
 #include "json_text.hpp"
 #include "names.hpp"

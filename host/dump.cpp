@@ -1,7 +1,7 @@
 // wirelines dump: the bytes of every frame.
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "decode.hpp"
 #include "lines.hpp"
 #include "walk.hpp"

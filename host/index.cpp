@@ -2,7 +2,7 @@
 #include <memory>
 #include <optional>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "failure.hpp"
 #include "frame_index.hpp"
 #include "options.hpp"

@@ -4,7 +4,7 @@
 #include <map>
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "decode.hpp"
 #include "failure.hpp"
 #include "json_text.hpp"

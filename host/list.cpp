@@ -1,7 +1,7 @@
 // wirelines list: a row for every frame.
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "names.hpp"
 #include "rows.hpp"
 #include "walk.hpp"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "failure.hpp"
 #include "names.hpp"
 #include "names_file.hpp"

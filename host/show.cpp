@@ -1,7 +1,7 @@
 // wirelines show: every frame decoded.
 #include <memory>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "decode.hpp"
 #include "lines.hpp"
 #include "names.hpp"

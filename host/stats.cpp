@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "commands.hpp"
+#include "command_line.hpp"
 #include "names.hpp"
 #include "report.hpp"
 #include "walk.hpp"

@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "frame_store.hpp"
-#include "host/commands.hpp"
+#include "host/command_line.hpp"
 #include "host/options.hpp"
 #include "host/viewer.hpp"
 #include "host/walk.hpp"

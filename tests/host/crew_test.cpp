@@ -127,8 +127,8 @@ TEST_F(Jobs, memory_does_not_grow_with_the_trace) {
   GTEST_SKIP() << "a sanitizer needs memory of its own";
 #endif
 #endif
-  // Batches keep room for the longest text they ever held, and which one that is comes by chance: with threads, what
-  // is let pass is far above that, and half of the bytes that the longer trace has more.
+  // With threads, each batch keeps room for the longest text it ever held, and chance has a part in which that is. So
+  // much is let pass; to keep the frames themselves would take twice that.
   const auto once = long_trace("once.pcap", 8'000'000);
   const auto often = long_trace("often.pcap", 40'000'000);
   for (const std::string command : {"show", "list", "json", "stats"}) {
